@@ -1,0 +1,41 @@
+# Installs the library with its public headers, a CMake package and a pkg-config file.
+
+include(CMakePackageConfigHelpers)
+
+set(package_folder ${CMAKE_INSTALL_LIBDIR}/cmake/ZRBasic)
+
+install(
+    TARGETS ZRBasic
+    EXPORT ZRBasicTargets
+    RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR}
+    LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
+    ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR}
+    FILE_SET public_headers DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}
+    FILE_SET generated_headers DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
+install(
+    EXPORT ZRBasicTargets
+    NAMESPACE ZRBasic::
+    DESTINATION ${package_folder})
+
+configure_package_config_file(${PROJECT_SOURCE_DIR}/cmake/ZRBasicConfig.cmake.in
+                              ${PROJECT_BINARY_DIR}/ZRBasicConfig.cmake INSTALL_DESTINATION ${package_folder})
+# Before 1.0 a minor version may change the interface.
+write_basic_package_version_file(${PROJECT_BINARY_DIR}/ZRBasicConfigVersion.cmake COMPATIBILITY SameMinorVersion)
+install(FILES ${PROJECT_BINARY_DIR}/ZRBasicConfig.cmake ${PROJECT_BINARY_DIR}/ZRBasicConfigVersion.cmake
+        DESTINATION ${package_folder})
+
+# Users of the shared library need nothing else. Those of the static one get what it stands on without asking with
+# --static, which nobody remembers.
+if(ZRBASIC_SHARED)
+    set(pc_requires "")
+    set(pc_libs_private "")
+else()
+    set(pc_requires "icu-i18n icu-uc simdjson")
+    set(pc_libs_private ${CMAKE_THREAD_LIBS_INIT})
+endif()
+# Relative to the file itself, so that the installed tree can be moved.
+set(pc_folder ${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig)
+file(RELATIVE_PATH pc_libdir ${pc_folder} ${CMAKE_INSTALL_FULL_LIBDIR})
+file(RELATIVE_PATH pc_includedir ${pc_folder} ${CMAKE_INSTALL_FULL_INCLUDEDIR})
+configure_file(${PROJECT_SOURCE_DIR}/cmake/zrbasic.pc.in ${PROJECT_BINARY_DIR}/zrbasic.pc @ONLY)
+install(FILES ${PROJECT_BINARY_DIR}/zrbasic.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
