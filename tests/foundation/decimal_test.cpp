@@ -218,8 +218,10 @@ TEST(DecimalProduct, dropsDigitsOnlyWhenTheyDoNotFit) {
               (Outcome{"12193263113702179522496570642237463801100000000000", NSCalculationLossOfPrecision}));
     EXPECT_EQ(run(NSDecimalMultiply, "18446744073709551615", "18446744073709551615"),
               (Outcome{"340282366920938463426481119284349108225", NSCalculationNoError}));
-    // Rounding up carries out of the mantissa, which then takes one digit less.
-    EXPECT_EQ(run(NSDecimalMultiply, "3402823669209384634633746074317682114559", "1").text,
+    // The largest mantissa and six tenths: rounding carries out of it, so that one digit more has to go.
+    EXPECT_EQ(run(NSDecimalMultiply, "283568639100782052886145506193140176213", "12").text,
+              "3402823669209384634633746074317682114600");
+    EXPECT_EQ(run(NSDecimalMultiply, "283568639100782052886145506193140176213", "12", NSRoundDown).text,
               "3402823669209384634633746074317682114550");
     EXPECT_EQ(run(NSDecimalMultiply, "113427455640312821154458202477256070485", "30.1", NSRoundUp).text,
               "3414166414773415916749191894565407721600");

@@ -65,8 +65,8 @@ TEST(Formatter, runsTheSubclassWhenSentAMessage) {
     EXPECT_EQ(value->description()->utf8(), "abc");
     EXPECT_FALSE(send<bool>(formatter, "getObjectValue:forString:errorDescription:"_sel, &value, none, &error));
     EXPECT_EQ(error->utf8(), "no text");
-    EXPECT_TRUE(send<bool>(formatter, "isPartialStringValid:newEditingString:errorDescription:"_sel, "x"_ns, &error,
-                           &error));
+    EXPECT_TRUE(
+        send<bool>(formatter, "isPartialStringValid:newEditingString:errorDescription:"_sel, "x"_ns, &error, &error));
 }
 
 } // namespace

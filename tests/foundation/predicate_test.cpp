@@ -63,8 +63,9 @@ TEST(Predicate, raisesForObjectsThatAreNoText) {
 
 TEST(Predicate, knowsOneFormatOnly) {
     EXPECT_TRUE(NSPredicate::predicateWithFormat(" self  matches %@ "_ns, "a"_ns)->evaluateWithObject("a"_ns));
-    for (NSString* format : {""_ns.get(), "SELF MATCHES"_ns.get(), "SELF LIKE %@"_ns.get(), "SELF MATCHES %@ x"_ns.get(),
-                             "SELFMATCHES %@"_ns.get(), static_cast<NSString*>(nullptr)}) {
+    for (NSString* format :
+         {""_ns.get(), "SELF MATCHES"_ns.get(), "SELF LIKE %@"_ns.get(), "SELF MATCHES %@ x"_ns.get(),
+          "SELFMATCHES %@"_ns.get(), static_cast<NSString*>(nullptr)}) {
         SCOPED_TRACE(format ? format->utf8() : "null");
         EXPECT_THROW(static_cast<void>(NSPredicate::predicateWithFormat(format, "a"_ns)), NSException);
     }
@@ -93,7 +94,8 @@ TEST(Predicate, isAValue) {
 }
 
 TEST(Predicate, answersMessages) {
-    const id predicate = send<id>(NSPredicate::classObject(), "predicateWithFormat:"_sel, "SELF MATCHES %@"_ns, "a+"_ns);
+    const id predicate =
+        send<id>(NSPredicate::classObject(), "predicateWithFormat:"_sel, "SELF MATCHES %@"_ns, "a+"_ns);
     EXPECT_TRUE(send<bool>(predicate, "evaluateWithObject:"_sel, "aa"_ns));
     EXPECT_FALSE(send<bool>(predicate, "evaluateWithObject:"_sel, "b"_ns));
 }

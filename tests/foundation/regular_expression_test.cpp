@@ -98,8 +98,8 @@ TEST(RegularExpression, honoursTheMatchingOptions) {
                   "ba"_ns, NSMatchingWithoutAnchoringBounds, tail)),
               "none");
     EXPECT_EQ(describe(expression("a(?=b)"_ns)->rangeOfFirstMatchInString_options_range("ab"_ns, 0, {0, 1})), "none");
-    EXPECT_EQ(describe(expression("a(?=b)"_ns)->rangeOfFirstMatchInString_options_range(
-                  "ab"_ns, NSMatchingWithTransparentBounds, {0, 1})),
+    EXPECT_EQ(describe(expression("a(?=b)"_ns)
+                           ->rangeOfFirstMatchInString_options_range("ab"_ns, NSMatchingWithTransparentBounds, {0, 1})),
               "0+1");
 }
 
@@ -166,11 +166,12 @@ TEST(RegularExpressionEnumeration, survivesACallbackThatChangesTheTextAndLetsGo)
     Ref<NSRegularExpression> a = expression("a"_ns);
     Ref<NSMutableString> text = NSMutableString::stringWithString("aaa"_ns);
     int calls = 0;
-    a->enumerateMatchesInString_options_range_usingBlock(text, 0, {0, 3}, [&](NSTextCheckingResult*, NSUInteger, bool&) {
-        ++calls;
-        text->setString(""_ns);
-        a = nullptr;
-    });
+    a->enumerateMatchesInString_options_range_usingBlock(text, 0, {0, 3},
+                                                         [&](NSTextCheckingResult*, NSUInteger, bool&) {
+                                                             ++calls;
+                                                             text->setString(""_ns);
+                                                             a = nullptr;
+                                                         });
     EXPECT_EQ(calls, 3);
 }
 
@@ -258,9 +259,9 @@ TEST(RegularExpression, answersMessages) {
     const id made = send<id>(NSRegularExpression::classObject(), "regularExpressionWithPattern:options:error:"_sel,
                              "a+"_ns, NSUInteger{0}, static_cast<Ref<NSError>*>(nullptr));
     ASSERT_TRUE(made);
-    EXPECT_EQ(send<NSUInteger>(made, "numberOfMatchesInString:options:range:"_sel, "a aa"_ns, NSUInteger{0},
-                               NSRange{0, 4}),
-              2U);
+    EXPECT_EQ(
+        send<NSUInteger>(made, "numberOfMatchesInString:options:range:"_sel, "a aa"_ns, NSUInteger{0}, NSRange{0, 4}),
+        2U);
     EXPECT_EQ(send<Ref<NSString>>(made, "pattern"_sel)->utf8(), "a+");
 }
 

@@ -192,6 +192,24 @@ TEST(TextSearch, backwardsFindsTheLastAndAnchoredTheEnds) {
     EXPECT_EQ(findText(u"xx\u00E9", u"e\u0301", anchoredSearch | backwardsSearch), at(2, 1));
 }
 
+// ASCII is searched and compared another way; a character behind it that matters to no needle forces the general one.
+TEST(TextSearch, asciiFollowsTheSameRulesAsAnyText) {
+    for (const std::u16string_view text : {u"abAB", u"xAbx", u"aab", u"B", u"ab"}) {
+        for (const std::u16string_view needle : {u"ab", u"AB", u"b", u"aB", u"abab", u"y"}) {
+            for (const unsigned options : {1U, 5U, 9U, 128U, 132U, 257U, 3U}) {
+                const std::u16string general = std::u16string(text) + u"\U0001F600";
+                EXPECT_EQ(findText(text, needle, options), findText(general, needle, options)) << options;
+                // In front here, because an end decides the order.
+                EXPECT_EQ(
+                    compareTexts(text, needle, options),
+                    compareTexts(u"\U0001F600" + std::u16string(text), u"\U0001F600" + std::u16string(needle), options))
+                    << options;
+            }
+        }
+    }
+    EXPECT_EQ(findText(u"abAB", u"AB", caseInsensitiveSearch | backwardsSearch | anchoredSearch), at(2, 2));
+}
+
 TEST(TextSearch, allMatchesAreTakenLeftToRightWithoutOverlap) {
     using Spans = std::vector<TextSpan>;
     EXPECT_EQ(findAllTexts(u"aaa", u"aa"), (Spans{{0, 2}}));

@@ -8,7 +8,6 @@
 #include <gtest/gtest.h>
 
 #include <set>
-#include <thread>
 #include <vector>
 
 namespace zr {
@@ -35,26 +34,6 @@ TEST(RandomIdentifiers, areUpperCaseVersionFour) {
         const std::string object = NSUUID::UUID()->UUIDString()->utf8();
         ASSERT_TRUE(isRandomIdentifier(object)) << object;
     }
-}
-
-TEST(RandomIdentifiers, neverRepeatAcrossThreads) {
-    std::vector<std::vector<std::string>> made(4);
-    std::vector<std::thread> threads;
-    for (auto& own : made) {
-        threads.emplace_back([&own] {
-            for (int i = 0; i < 500; ++i) {
-                own.push_back(detail::randomUUIDText());
-            }
-        });
-    }
-    for (std::thread& thread : threads) {
-        thread.join();
-    }
-    std::set<std::string> all;
-    for (const auto& own : made) {
-        all.insert(own.begin(), own.end());
-    }
-    EXPECT_EQ(all.size(), 2000U);
 }
 
 TEST(RandomIdentifiers, useEveryFreeBit) {

@@ -53,6 +53,16 @@ NSCalculationError fail(NSDecimal& result, NSCalculationError error) {
     return error;
 }
 
+NSCalculationError settle(NSDecimal& result, bool negative, Wide mantissa, std::int64_t exponent) {
+    result.negative = negative;
+    setMantissa(result, mantissa);
+    if (exponent >= NSDecimalMinExponent && exponent <= NSDecimalMaxExponent && !endsWithZero(mantissa)) {
+        result.exponent = static_cast<std::int32_t>(exponent);
+        return NSCalculationNoError;
+    }
+    return detail::settleDecimal(result, exponent);
+}
+
 // The value plus whatever `cut` already holds, rounded to fit a mantissa.
 NSCalculationError finish(NSDecimal& result, bool negative, DoubleWide value, std::int64_t exponent, CutDigits cut,
                           NSRoundingMode mode) {
@@ -77,15 +87,16 @@ NSCalculationError finish(NSDecimal& result, bool negative, DoubleWide value, st
     if (exponent > NSDecimalMaxExponent && value.low != 0) {
         return fail(result, NSCalculationOverflow);
     }
-    result.negative = negative;
-    setMantissa(result, value.low);
-    const NSCalculationError error = detail::settleDecimal(result, exponent);
+    const NSCalculationError error = settle(result, negative, value.low, exponent);
     return error == NSCalculationNoError && cut.any() ? NSCalculationLossOfPrecision : error;
 }
 
 NSDecimal compacted(const NSDecimal& number) {
     NSDecimal result = number;
-    NSDecimalCompact(&result);
+    // Nearly every number is compact already.
+    if (endsWithZero(mantissaOf(number))) {
+        NSDecimalCompact(&result);
+    }
     return result;
 }
 
@@ -149,7 +160,7 @@ NSCalculationError add(NSDecimal& result, NSDecimal left, NSDecimal right, NSRou
 // Quotients by the usual price steps end after a few digits and need no long division.
 bool divideQuickly(Wide& quotient, std::int64_t& exponent, std::uint64_t dividend, std::uint64_t divisor) {
     constexpr std::size_t mostDigits = 15;
-    if (std::has_single_bit(divisor)) {
+    if ((divisor & (divisor - 1)) == 0) {
         const auto power = static_cast<std::size_t>(std::countr_zero(divisor));
         if (power > mostDigits) {
             return false;
@@ -196,9 +207,7 @@ NSCalculationError divideSlowly(NSDecimal& result, bool negative, Wide dividend,
         ++exponent;
     }
     value.low += roundsAwayFromZero(mode, negative, (value.low & 1) != 0, cut) ? 1 : 0;
-    result.negative = negative;
-    setMantissa(result, value.low);
-    const NSCalculationError error = detail::settleDecimal(result, exponent);
+    const NSCalculationError error = settle(result, negative, value.low, exponent);
     return error == NSCalculationNoError && cut.any() ? NSCalculationLossOfPrecision : error;
 }
 
@@ -328,19 +337,17 @@ NSCalculationError NSDecimalMultiply(NSDecimal* result, const NSDecimal* left, c
         *result = NSDecimal{};
         return NSCalculationNoError;
     }
+    const bool negative = left->negative != right->negative;
+    std::int64_t exponent = std::int64_t{left->exponent} + right->exponent;
+    // Only near the top of the range does it matter that trailing zeros belong to the exponent.
+    constexpr std::int64_t highExponent = NSDecimalMaxExponent - 80;
+    if ((left->high | right->high) == 0 && exponent < highExponent) {
+        return settle(*result, negative, Wide{left->low} * right->low, exponent);
+    }
     const NSDecimal first = compacted(*left);
     const NSDecimal second = compacted(*right);
-    const bool negative = first.negative != second.negative;
-    const std::int64_t exponent = std::int64_t{first.exponent} + second.exponent;
-    if ((first.high | second.high) != 0) {
-        return finish(*result, negative, product(mantissaOf(first), mantissaOf(second)), exponent, {}, mode);
-    }
-    if (exponent > NSDecimalMaxExponent) {
-        return fail(*result, NSCalculationOverflow);
-    }
-    result->negative = negative;
-    setMantissa(*result, Wide{first.low} * second.low);
-    return detail::settleDecimal(*result, exponent);
+    exponent = std::int64_t{first.exponent} + second.exponent;
+    return finish(*result, negative, product(mantissaOf(first), mantissaOf(second)), exponent, {}, mode);
 }
 
 NSCalculationError NSDecimalDivide(NSDecimal* result, const NSDecimal* left, const NSDecimal* right,
@@ -355,18 +362,16 @@ NSCalculationError NSDecimalDivide(NSDecimal* result, const NSDecimal* left, con
         *result = NSDecimal{};
         return NSCalculationNoError;
     }
-    const NSDecimal dividend = compacted(*left);
-    const NSDecimal divisor = compacted(*right);
-    const bool negative = dividend.negative != divisor.negative;
-    std::int64_t exponent = std::int64_t{dividend.exponent} - divisor.exponent;
-    Wide quotient = 0;
-    if ((dividend.high | divisor.high) == 0 && divideQuickly(quotient, exponent, dividend.low, divisor.low)) {
-        result->negative = negative;
-        setMantissa(*result, quotient);
-        return detail::settleDecimal(*result, exponent);
+    const bool negative = left->negative != right->negative;
+    const std::int64_t exponent = std::int64_t{left->exponent} - right->exponent;
+    if ((left->high | right->high) == 0) {
+        Wide quotient = 0;
+        std::int64_t shiftedExponent = exponent;
+        if (divideQuickly(quotient, shiftedExponent, left->low, right->low)) {
+            return settle(*result, negative, quotient, shiftedExponent);
+        }
     }
-    exponent = std::int64_t{dividend.exponent} - divisor.exponent;
-    return divideSlowly(*result, negative, mantissaOf(dividend), mantissaOf(divisor), exponent, mode);
+    return divideSlowly(*result, negative, mantissaOf(*left), mantissaOf(*right), exponent, mode);
 }
 
 NSCalculationError NSDecimalPower(NSDecimal* result, const NSDecimal* number, NSUInteger power,
@@ -430,15 +435,15 @@ void NSDecimalRound(NSDecimal* result, const NSDecimal* number, NSInteger scale,
 }
 
 NSDecimal decimalFromUInt64(std::uint64_t value) noexcept {
-    NSDecimal result{value, 0, 0, false};
-    NSDecimalCompact(&result);
+    NSDecimal result;
+    settle(result, false, value, 0);
     return result;
 }
 
 NSDecimal decimalFromInt64(std::int64_t value) noexcept {
     const auto bits = static_cast<std::uint64_t>(value);
-    NSDecimal result{value < 0 ? 0 - bits : bits, 0, 0, value < 0};
-    NSDecimalCompact(&result);
+    NSDecimal result;
+    settle(result, value < 0, value < 0 ? 0 - bits : bits, 0);
     return result;
 }
 

@@ -42,17 +42,14 @@ NSDecimal extreme(bool negative) {
 
 namespace detail {
 
-void checkDecimal(NSCalculationError error) {
+void raiseDecimal(NSCalculationError error) {
     switch (error) {
-        case NSCalculationNoError:
-        case NSCalculationLossOfPrecision:
-            return;
         case NSCalculationUnderflow:
             NSException::raise(NSDecimalNumberUnderflowException, "NSDecimalNumber underflow exception");
-        case NSCalculationOverflow:
-            NSException::raise(NSDecimalNumberOverflowException, "NSDecimalNumber overflow exception");
         case NSCalculationDivideByZero:
             NSException::raise(NSDecimalNumberDivideByZeroException, "NSDecimalNumber divide by zero exception");
+        default:
+            NSException::raise(NSDecimalNumberOverflowException, "NSDecimalNumber overflow exception");
     }
 }
 

@@ -13,8 +13,14 @@ namespace zr::detail {
 /// way becomes NaN and is reported.
 NSCalculationError settleDecimal(NSDecimal& number, std::int64_t exponent) noexcept;
 
+[[noreturn]] void raiseDecimal(NSCalculationError error);
+
 /// Raises the exception that stands for `error`; a loss of precision is none.
-void checkDecimal(NSCalculationError error);
+inline void checkDecimal(NSCalculationError error) {
+    if (error > NSCalculationLossOfPrecision) [[unlikely]] {
+        raiseDecimal(error);
+    }
+}
 
 } // namespace zr::detail
 

@@ -124,10 +124,10 @@ void NSDictionary::fill(NSDictionary& fresh, NSArray* objects, NSArray* keys) {
     const NSUInteger count = keys ? keys->count() : 0;
     const NSUInteger objectCount = objects ? objects->count() : 0;
     if (count != objectCount) {
-        NSException::raise(NSInvalidArgumentException,
-                           operationOf(&fresh, "initWithObjects:forKeys:") + "count of objects ("
-                               + std::to_string(objectCount) + ") differs from count of keys (" + std::to_string(count)
-                               + ')');
+        NSException::raise(NSInvalidArgumentException, operationOf(&fresh, "initWithObjects:forKeys:") +
+                                                           "count of objects (" + std::to_string(objectCount) +
+                                                           ") differs from count of keys (" + std::to_string(count) +
+                                                           ')');
     }
     fresh.m_table.reserve(count);
     for (NSUInteger i = 0; i < count; ++i) {
@@ -140,10 +140,11 @@ void NSDictionary::fill(NSDictionary& fresh, std::initializer_list<DictionaryEnt
     std::size_t index = 0;
     for (const DictionaryEntry& entry : entries) {
         if (!entry.key || !entry.value) {
-            NSException::raise(NSInvalidArgumentException,
-                               std::string("*** -[__NSPlaceholderDictionary initWithObjects:forKeys:count:]: attempt to "
-                                           "insert nil object from ")
-                                   + (entry.key ? "objects[" : "keys[") + std::to_string(index) + ']');
+            NSException::raise(
+                NSInvalidArgumentException,
+                std::string("*** -[__NSPlaceholderDictionary initWithObjects:forKeys:count:]: attempt to "
+                            "insert nil object from ") +
+                    (entry.key ? "objects[" : "keys[") + std::to_string(index) + ']');
         }
         fresh.store(entry.value, entry.key, "initWithObjects:forKeys:count:");
         ++index;
@@ -156,8 +157,8 @@ id NSDictionary::store(NSObject* object, NSObject* key, const char* operation) {
     }
     if (!object) {
         const Ref<NSString> name = key->description();
-        NSException::raise(NSInvalidArgumentException, operationOf(this, operation) + "object cannot be nil (key: "
-                                                           + (name ? name->utf8() : std::string()) + ')');
+        NSException::raise(NSInvalidArgumentException, operationOf(this, operation) + "object cannot be nil (key: " +
+                                                           (name ? name->utf8() : std::string()) + ')');
     }
     const NSUInteger hash = key->hash();
     if (const detail::ObjectTable::Entry* const known = m_table.find(key, hash)) {

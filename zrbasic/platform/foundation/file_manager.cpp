@@ -160,8 +160,8 @@ bool NSFileManager::createDirectoryAtPath_withIntermediateDirectories_attributes
     if (const auto place = pathFrom(path)) {
         const fs::path directory = withoutTrailingSlash(*place);
         reason.clear();
-        const bool isNew = withIntermediates ? fs::create_directories(directory, reason)
-                                             : fs::create_directory(directory, reason);
+        const bool isNew =
+            withIntermediates ? fs::create_directories(directory, reason) : fs::create_directory(directory, reason);
         if (!isNew && !reason) {
             std::error_code ignored;
             if (!withIntermediates || !fs::is_directory(directory, ignored)) {

@@ -212,7 +212,7 @@ void appendDouble(std::u16string& result, const Directive& directive, double num
     const std::string_view separator = std::localeconv()->decimal_point;
     if (separator != "." && !separator.empty()) {
         if (const std::size_t at = text.find(separator); at != std::string::npos) {
-            text.replace(at, separator.size(), ".");
+            text = text.substr(0, at) + '.' + text.substr(at + separator.size());
         }
     }
     std::u16string prefix(signText(directive, negative));

@@ -18,8 +18,12 @@ namespace {
 constexpr double twoTo63 = 9223372036854775808.0;
 constexpr double twoTo64 = 18446744073709551616.0;
 
-NSComparisonResult ordered(bool less, bool greater) {
-    return static_cast<NSComparisonResult>(int{greater} - int{less});
+template <typename T>
+NSComparisonResult ordered(T left, T right) {
+    if (left == right) {
+        return NSOrderedSame;
+    }
+    return left < right ? NSOrderedAscending : NSOrderedDescending;
 }
 
 NSComparisonResult reversed(NSComparisonResult result) {
@@ -32,9 +36,12 @@ NSComparisonResult compareDoubles(double left, double right) {
             return NSOrderedSame;
         }
         // Not a number stands between the negative values and zero.
-        return std::isnan(left) ? ordered(right >= 0, right < 0) : ordered(left < 0, left >= 0);
+        if (std::isnan(left)) {
+            return right < 0 ? NSOrderedDescending : NSOrderedAscending;
+        }
+        return left < 0 ? NSOrderedAscending : NSOrderedDescending;
     }
-    return ordered(left<right, left> right);
+    return ordered(left, right);
 }
 
 std::int64_t clampedToSigned(double value) {
@@ -304,31 +311,29 @@ NSComparisonResult NSNumber::compareToInteger(const NSNumber& other) const {
             return compareDoubles(m_double, other.doubleValue());
         }
         if (m_double >= twoTo64 || m_double < -twoTo63) {
-            return ordered(m_double<0, m_double> 0);
+            return ordered(m_double, 0.0);
         }
         // Whole parts first: the integer may have more digits than a double holds.
         const double whole = std::trunc(m_double);
         const std::int64_t signedWhole = clampedToSigned(whole);
         NSComparisonResult result = NSOrderedSame;
         if (isOtherSigned) {
-            result = whole >= twoTo63 ? NSOrderedDescending
-                                      : ordered(signedWhole<other.m_signed, signedWhole> other.m_signed);
+            result = whole >= twoTo63 ? NSOrderedDescending : ordered(signedWhole, other.m_signed);
         } else {
             const std::uint64_t unsignedWhole = clampedToUnsigned(whole);
-            result = whole < 0 ? NSOrderedAscending
-                               : ordered(unsignedWhole<other.m_unsigned, unsignedWhole> other.m_unsigned);
+            result = whole < 0 ? NSOrderedAscending : ordered(unsignedWhole, other.m_unsigned);
         }
-        return result != NSOrderedSame ? result : ordered(m_double<whole, m_double> whole);
+        return result != NSOrderedSame ? result : ordered(m_double, whole);
     }
     const bool isSigned = m_kind != Kind::Unsigned;
     if (isSigned && m_signed < 0) {
         const bool isBelow = !isOtherSigned || other.m_signed >= 0;
-        return isBelow ? NSOrderedAscending : ordered(m_signed<other.m_signed, m_signed> other.m_signed);
+        return isBelow ? NSOrderedAscending : ordered(m_signed, other.m_signed);
     }
     if (isOtherSigned && other.m_signed < 0) {
         return NSOrderedDescending;
     }
-    return ordered(m_unsigned<other.m_unsigned, m_unsigned> other.m_unsigned);
+    return ordered(m_unsigned, other.m_unsigned);
 }
 
 NSComparisonResult NSNumber::compare(NSNumber* other) const {
@@ -339,7 +344,7 @@ NSComparisonResult NSNumber::compare(NSNumber* other) const {
         const bool isLeftNaN = std::isnan(doubleValue());
         const bool isRightNaN = std::isnan(other->doubleValue());
         if (isLeftNaN || isRightNaN) {
-            return ordered(!isRightNaN, !isLeftNaN);
+            return ordered(!isLeftNaN, !isRightNaN);
         }
         const NSDecimal left = decimalValue();
         const NSDecimal right = other->decimalValue();

@@ -80,13 +80,6 @@ void ObjectTable::swap(ObjectTable& other) noexcept {
     std::swap(m_count, other.m_count);
 }
 
-std::uint64_t ObjectTable::mixed(NSUInteger hash) {
-    // Hashes may be as poor as a count or an address; both halves of this depend on all their bits.
-    std::uint64_t bits = hash ^ (hash >> 32);
-    bits *= 0x9E3779B97F4A7C15U;
-    return bits ^ (bits >> 29);
-}
-
 std::size_t ObjectTable::cellOf(std::size_t number) const {
     const std::size_t mask = m_cells.size() - 1;
     std::size_t i = home(mixed(m_entries[number - 1].hash));

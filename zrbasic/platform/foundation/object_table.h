@@ -12,7 +12,7 @@ namespace zr::detail {
 ///
 /// A few entries are searched one after the other; more are found through an index of open addressing. Removed
 /// entries leave a gap (a null key), which is closed when gaps outweigh entries.
-class ZR_EXPORT ObjectTable {
+class ObjectTable {
   public:
     struct Entry {
         NSUInteger hash = 0;
@@ -27,7 +27,7 @@ class ZR_EXPORT ObjectTable {
 
     /// The entry of an equal key; null when there is none. Borrowed until the table changes.
     [[nodiscard]] const Entry* find(NSObject* key) const { return m_count == 0 ? nullptr : find(key, key->hash()); }
-    [[nodiscard]] const Entry* find(NSObject* key, NSUInteger hash) const;
+    [[nodiscard]] ZR_EXPORT const Entry* find(NSObject* key, NSUInteger hash) const;
 
     void reserve(std::size_t count);
     /// Adds a key that the table does not hold yet.
@@ -58,7 +58,12 @@ class ZR_EXPORT ObjectTable {
     /// Up to here comparing hashes one by one beats the index.
     static constexpr std::size_t mostUnindexed = 8;
 
-    [[nodiscard]] static std::uint64_t mixed(NSUInteger hash);
+    [[nodiscard]] static std::uint64_t mixed(NSUInteger hash) {
+        // Hashes may be as poor as a count or an address; both halves of this depend on all their bits.
+        std::uint64_t bits = hash ^ (hash >> 32);
+        bits *= 0x9E3779B97F4A7C15U;
+        return bits ^ (bits >> 29);
+    }
     [[nodiscard]] std::size_t home(std::uint64_t mixedHash) const {
         return static_cast<std::size_t>(mixedHash >> 32) & (m_cells.size() - 1);
     }

@@ -53,7 +53,8 @@ class CompiledPattern;
 using PatternRef = std::shared_ptr<CompiledPattern>;
 
 /// The pattern with that text and that sum of `PatternOption` values, compiled at most once while it is in use.
-/// The empty pattern is invalid, as is one beyond 100,000 code units or 2,000 character sets.
+/// The empty pattern is invalid, as is one beyond 100,000 code units or 2,000 character sets, a property
+/// such as `\p{L}` counting as four.
 [[nodiscard]] ZR_EXPORT PatternRef compiledPattern(std::u16string_view text, std::uint32_t options);
 
 [[nodiscard]] ZR_EXPORT bool isValid(const PatternRef& pattern);

@@ -7,7 +7,18 @@
 #include <zrbasic/platform/foundation/unicode_p.h>
 #include <zrbasic/platform/runtime/exception.h>
 
+#include <cstring>
+
 namespace zr {
+
+namespace {
+
+/// Faster than the comparison of 16-bit text in the standard library, which goes unit by unit.
+bool sameUnits(std::u16string_view a, std::u16string_view b) {
+    return a.size() == b.size() && std::memcmp(a.data(), b.data(), a.size() * sizeof(char16_t)) == 0;
+}
+
+} // namespace
 
 ZR_DEFINE_CLASS(NSString) {
     is.classMethod<&NSString::string>("string")
@@ -147,11 +158,15 @@ Ref<NSString> NSString::substringWithRange(NSRange range) const {
 }
 
 bool NSString::isEqual(NSObject* other) const {
-    return this == other || isEqualToString(cast<NSString>(other));
+    if (other != nullptr && other->isa() == isa()) {
+        // Of one class, as keys mostly are: no need to ask what the other one is.
+        return sameUnits(m_text, static_cast<NSString*>(other)->m_text);
+    }
+    return isEqualToString(cast<NSString>(other));
 }
 
 bool NSString::isEqualToString(NSString* other) const {
-    return this == other || (other != nullptr && m_text == other->m_text);
+    return this == other || (other != nullptr && sameUnits(m_text, other->m_text));
 }
 
 NSUInteger NSString::hash() const {

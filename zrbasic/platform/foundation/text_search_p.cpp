@@ -1,6 +1,7 @@
 #include <zrbasic/platform/foundation/text_search_p.h>
 
 #include <zrbasic/platform/foundation/text_folding_p.h>
+#include <zrbasic/platform/foundation/unicode_p.h>
 
 #include <algorithm>
 #include <cstdint>
@@ -27,6 +28,10 @@ std::size_t commonPrefix(std::u16string_view a, std::u16string_view b) noexcept 
 // Comparing place by place wins on everyday text, but a repetitive one would make it quadratic.
 bool isTooCostly(std::size_t compared, std::size_t placesTried) noexcept {
     return compared > 4 * placesTried + 256;
+}
+
+char16_t smallLetter(char16_t unit) noexcept {
+    return static_cast<char16_t>(unit >= u'A' && unit <= u'Z' ? unit + 0x20 : unit);
 }
 
 bool isDigit(char32_t c) noexcept {
@@ -208,6 +213,23 @@ bool isSearchedByUnit(std::u16string_view text, std::u16string_view needle, unsi
     return (options & literalSearch) != 0 || (isPlainText(needle) && isPlainText(text));
 }
 
+// Folding does nothing to ASCII but change its case.
+bool isFoldedAsAscii(std::u16string_view text, std::u16string_view needle, unsigned options) {
+    return (options & foldingOptions) != 0 && isAscii(needle) && isAscii(text);
+}
+
+int compareAscii(std::u16string_view left, std::u16string_view right, bool ignoresCase) {
+    const std::size_t common = std::min(left.size(), right.size());
+    for (std::size_t i = 0; i < common; ++i) {
+        const char16_t a = ignoresCase ? smallLetter(left[i]) : left[i];
+        const char16_t b = ignoresCase ? smallLetter(right[i]) : right[i];
+        if (a != b) {
+            return sign(a < b);
+        }
+    }
+    return left.size() == right.size() ? 0 : sign(left.size() < right.size());
+}
+
 } // namespace
 
 int compareTexts(std::u16string_view left, std::u16string_view right) {
@@ -235,6 +257,9 @@ int compareTexts(std::u16string_view left, std::u16string_view right) {
 }
 
 int compareTexts(std::u16string_view left, std::u16string_view right, unsigned options) {
+    if ((options & numericSearch) == 0 && isFoldedAsAscii(left, right, options)) {
+        return compareAscii(left, right, (options & caseInsensitiveSearch) != 0);
+    }
     if ((options & (foldingOptions | numericSearch)) != 0) {
         return compareFolded(left, right, options);
     }
@@ -251,6 +276,11 @@ std::optional<TextSpan> findText(std::u16string_view text, std::u16string_view n
     }
     if (isSearchedByUnit(text, needle, options)) {
         return findLiteralSpan(text, needle, options);
+    }
+    if (isFoldedAsAscii(text, needle, options)) {
+        const bool ignoresCase = (options & caseInsensitiveSearch) != 0;
+        return ignoresCase ? findLiteralSpan(lowercased(text), lowercased(needle), options)
+                           : findLiteralSpan(text, needle, options);
     }
     const bool backwards = (options & backwardsSearch) != 0;
     const bool anchored = (options & anchoredSearch) != 0;

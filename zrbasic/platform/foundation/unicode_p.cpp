@@ -25,20 +25,21 @@ std::uint64_t load64(const void* from) noexcept {
     return word;
 }
 
-// Appends the decoded text to `result`; false at the first ill-formed sequence unless `replace` is set.
+// Decodes into `result`; false at the first ill-formed sequence unless `replace` is set.
 bool decodeUtf8(std::string_view bytes, std::u16string& result, bool replace) {
     const auto* data = reinterpret_cast<const std::uint8_t*>(bytes.data());
     const auto length = static_cast<std::int64_t>(bytes.size());
-    result.reserve(bytes.size());
+    // No sequence gives more units than it has bytes.
+    result.resize(bytes.size());
+    char16_t* out = result.data();
     std::int64_t i = 0;
     while (i < length) {
         // Server replies are mostly ASCII; eight bytes at a time are worth the extra loop.
         while (length - i >= 8 && (load64(data + i) & nonAsciiBytes) == 0) {
-            char16_t block[8];
             for (int k = 0; k < 8; ++k) {
-                block[k] = data[i + k];
+                out[k] = data[i + k];
             }
-            result.append(block, 8);
+            out += 8;
             i += 8;
         }
         if (i >= length) {
@@ -52,8 +53,14 @@ bool decodeUtf8(std::string_view bytes, std::u16string& result, bool replace) {
             }
             c = replacementCharacter;
         }
-        appendCodePoint(result, static_cast<char32_t>(c));
+        if (c < 0x10000) {
+            *out++ = static_cast<char16_t>(c);
+        } else {
+            *out++ = U16_LEAD(c);
+            *out++ = U16_TRAIL(c);
+        }
     }
+    result.resize(static_cast<std::size_t>(out - result.data()));
     return true;
 }
 
@@ -135,22 +142,25 @@ std::u16string utf16FromUtf8Replacing(std::string_view bytes) {
 }
 
 std::string utf8FromUtf16(std::u16string_view text) {
-    std::string result;
-    result.reserve(text.size());
+    // The exact length for text without lone surrogates and pairs; those take no more than is counted here.
+    std::size_t capacity = 0;
+    for (const char16_t unit : text) {
+        capacity += unit < 0x80 ? 1 : unit < 0x800 ? 2 : 3;
+    }
+    std::string result(capacity, '\0');
+    auto* const bytes = reinterpret_cast<std::uint8_t*>(result.data());
+    std::size_t count = 0;
     for (std::size_t i = 0; i < text.size();) {
         if (text[i] < 0x80) {
-            result.push_back(static_cast<char>(text[i]));
-            ++i;
+            bytes[count++] = static_cast<std::uint8_t>(text[i++]);
             continue;
         }
         const CodePoint c = codePointAt(text, i);
         i += c.length;
-        const bool lone = c.value >= 0xD800 && c.value <= 0xDFFF;
-        std::uint8_t bytes[U8_MAX_LENGTH];
-        int count = 0;
-        U8_APPEND_UNSAFE(bytes, count, lone ? char32_t(replacementCharacter) : c.value);
-        result.append(reinterpret_cast<const char*>(bytes), static_cast<std::size_t>(count));
+        const bool isLone = c.value >= 0xD800 && c.value <= 0xDFFF;
+        U8_APPEND_UNSAFE(bytes, count, isLone ? char32_t(replacementCharacter) : c.value);
     }
+    result.resize(count);
     return result;
 }
 

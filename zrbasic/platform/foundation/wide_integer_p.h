@@ -82,6 +82,9 @@ inline bool endsWithZero(Wide value) {
     if ((lowWord(value) & 1) != 0) {
         return false;
     }
+    if (highWord(value) == 0) {
+        return lowWord(value) % 5 == 0;
+    }
     // 2 to the 64th leaves 1 when divided by 5, so the words can simply be added.
     return (highWord(value) % 5 + lowWord(value) % 5) % 5 == 0;
 }
@@ -91,17 +94,26 @@ inline void stripTrailingZeros(Wide& value, std::int64_t& exponent, std::int64_t
     if (!endsWithZero(value)) {
         return;
     }
-    for (const int step : {16, 8, 4, 2, 1}) {
+    for (const int step : {16, 8, 4}) {
         const auto unevenBits = (std::uint64_t{1} << step) - 1;
-        while (exponent + step <= highest && (lowWord(value) & unevenBits) == 0) {
-            const Wide divisor = powersOfTen[static_cast<std::size_t>(step)];
-            const Wide stripped = highWord(value) == 0 ? lowWord(value) / lowWord(divisor) : value / divisor;
-            if (stripped * divisor != value) {
-                break;
-            }
-            value = stripped;
+        const Wide divisor = powersOfTen[static_cast<std::size_t>(step)];
+        while (highWord(value) != 0 && exponent + step <= highest && (lowWord(value) & unevenBits) == 0 &&
+               value % divisor == 0) {
+            value /= divisor;
             exponent += step;
         }
+    }
+    while (highWord(value) != 0 && exponent < highest && endsWithZero(value)) {
+        value /= 10;
+        ++exponent;
+    }
+    if (highWord(value) == 0) {
+        // A single word divides by a constant without a division.
+        std::uint64_t word = lowWord(value);
+        for (; exponent < highest && word % 10 == 0; word /= 10) {
+            ++exponent;
+        }
+        value = word;
     }
 }
 

@@ -45,7 +45,7 @@
     }                                                                                                           \
                                                                                                                 \
   private:                                                                                                      \
-    using ZrSelf [[maybe_unused]] = Name;                                                                        \
+    using ZrSelf [[maybe_unused]] = Name;                                                                       \
     friend struct ::zr::detail::Declaration;                                                                    \
     static ::zr::detail::Position<0> zrPosition(::zr::detail::Rank<0>);
 
@@ -149,7 +149,7 @@
     virtual ~Name() = default;                                                       \
                                                                                      \
   private:                                                                           \
-    using ZrSelf [[maybe_unused]] = Name;                                             \
+    using ZrSelf [[maybe_unused]] = Name;                                            \
     friend struct ::zr::detail::Declaration;                                         \
     static ::zr::detail::Position<0> zrPosition(::zr::detail::Rank<0>);
 
