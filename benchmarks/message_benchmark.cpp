@@ -126,5 +126,5 @@ void readAttachmentFromMap(benchmark::State& state) {
 }
 BENCHMARK(readAttachmentFromMap);
 
-}  // namespace
-}  // namespace zr
+} // namespace
+} // namespace zr

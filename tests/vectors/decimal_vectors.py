@@ -170,7 +170,7 @@ for _ in range(40):
     conversions(number(39, -128, 127))
 for _ in range(100):
     # The middle between two doubles and its neighbours: one digit decides.
-    middle = Decimal(source.randrange(2**53, 2**54) * 2 + 1)
+    middle = Decimal(source.randrange(2**52, 2**53) * 2 + 1)
     for scale in [0, -1, -7]:
         for offset in ["0", "1e-15", "-1e-15"]:
             value = (middle / Decimal(2) ** -scale + Decimal(offset)) if scale else middle + Decimal(offset)

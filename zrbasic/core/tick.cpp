@@ -7,6 +7,7 @@
 
 #include <cstdint>
 #include <limits>
+#include <optional>
 #include <string_view>
 
 namespace zr {
@@ -50,6 +51,45 @@ std::int64_t wholeMultiple(double quotient, NSUInteger mode) {
     }
 }
 
+/// What is to be done with a price: the multiple of the tick that it goes to, and whether it is there already.
+struct Multiple {
+    std::int64_t value;
+    bool isOnTick;
+};
+
+/// The multiple for short prices that lie on the tick, or clearly beside it and beside the middle between two ticks.
+/// Elsewhere the quotient's last digits and its way through a double decide, and this gives nothing.
+std::optional<Multiple> obviousMultiple(const NSDecimal& number, const NSDecimal& tick, NSUInteger mode) {
+    const std::optional<detail::ShortQuotient> quotient = detail::shortQuotient(number, tick);
+    // Below this size a double still tells a thousandth of a tick.
+    if (!quotient || quotient->whole >= std::uint64_t{1} << 40) {
+        return std::nullopt;
+    }
+    const double fraction = quotient->fraction;
+    constexpr double margin = 1e-3;
+    const double fromMiddle = fraction < 0.5 ? 0.5 - fraction : fraction - 0.5;
+    if (!quotient->isWhole && (fraction < margin || fraction > 1 - margin || fromMiddle < margin)) {
+        return std::nullopt;
+    }
+    const bool isNegative = number.negative != tick.negative;
+    bool goesAwayFromZero = false;
+    switch (mode) {
+        case NSRoundPlain:
+            goesAwayFromZero = fraction > 0.5;
+            break;
+        case NSRoundDown:
+            goesAwayFromZero = isNegative && !quotient->isWhole;
+            break;
+        case NSRoundUp:
+            goesAwayFromZero = !isNegative && !quotient->isWhole;
+            break;
+        default:
+            return std::nullopt;
+    }
+    const auto size = static_cast<std::int64_t>(quotient->whole + (goesAwayFromZero ? 1 : 0));
+    return Multiple{isNegative ? -size : size, quotient->isWhole};
+}
+
 bool isEqualTo(const NSDecimal& quotient, std::int64_t multiple) {
     // A compact quotient with a negative exponent has decimals.
     if (quotient.exponent < 0) {
@@ -78,16 +118,20 @@ Ref<NSNumber> roundWithTick_roundingMode(NSNumber* self, NSNumber* tick, NSUInte
         return self;
     }
     const NSDecimal number = self->decimalValue();
-    NSDecimal quotient;
-    if (!divide(quotient, number, step)) {
+    std::optional<Multiple> multiple = obviousMultiple(number, step, mode);
+    if (!multiple) {
+        NSDecimal quotient;
+        if (!divide(quotient, number, step)) {
+            return self;
+        }
+        const std::int64_t value = wholeMultiple(decimalToDouble(quotient), mode);
+        multiple = Multiple{value, isEqualTo(quotient, value)};
+    }
+    if (multiple->isOnTick) {
         return self;
     }
-    const std::int64_t multiple = wholeMultiple(decimalToDouble(quotient), mode);
-    if (isEqualTo(quotient, multiple)) {
-        return self;
-    }
-    const auto bits = static_cast<std::uint64_t>(multiple);
-    const NSDecimal factor{multiple < 0 ? 0 - bits : bits, 0, 0, multiple < 0};
+    const auto bits = static_cast<std::uint64_t>(multiple->value);
+    const NSDecimal factor{multiple->value < 0 ? 0 - bits : bits, 0, 0, multiple->value < 0};
     NSDecimal result;
     detail::checkDecimal(NSDecimalMultiply(&result, &factor, &step, NSRoundPlain));
     return NSDecimalNumber::decimalNumberWithDecimal(result);

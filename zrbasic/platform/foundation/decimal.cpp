@@ -374,6 +374,27 @@ NSCalculationError NSDecimalDivide(NSDecimal* result, const NSDecimal* left, con
     return divideSlowly(*result, negative, mantissaOf(*left), mantissaOf(*right), exponent, mode);
 }
 
+namespace detail {
+
+std::optional<ShortQuotient> shortQuotient(const NSDecimal& dividend, const NSDecimal& divisor) noexcept {
+    if ((dividend.high | divisor.high) != 0 || divisor.low == 0 || dividend.isNotANumber()) {
+        return std::nullopt;
+    }
+    std::uint64_t left = dividend.low;
+    std::uint64_t right = divisor.low;
+    const int shift = dividend.exponent - divisor.exponent;
+    const auto distance = static_cast<std::size_t>(shift < 0 ? -shift : shift);
+    std::uint64_t& scaled = shift < 0 ? right : left;
+    // 10^19 is the largest power that a word holds.
+    if (distance > 19 || __builtin_mul_overflow(scaled, lowWord(powersOfTen[distance]), &scaled)) {
+        return std::nullopt;
+    }
+    const std::uint64_t rest = left % right;
+    return ShortQuotient{left / right, static_cast<double>(rest) / static_cast<double>(right), rest == 0};
+}
+
+} // namespace detail
+
 NSCalculationError NSDecimalPower(NSDecimal* result, const NSDecimal* number, NSUInteger power,
                                   NSRoundingMode mode) noexcept {
     if (number->isNotANumber()) {
