@@ -9,7 +9,8 @@
 file(REMOVE_RECURSE ${WORK})
 set(arguments -DCMAKE_CXX_COMPILER=${COMPILER} -DCMAKE_CXX_COMPILER_LAUNCHER=${LAUNCHER})
 if(KIND STREQUAL subdirectory)
-    list(APPEND arguments -DZRBASIC_SOURCE=${LIBRARY})
+    # The whole library is compiled just to be linked, so this saves the most time.
+    list(APPEND arguments -DZRBASIC_SOURCE=${LIBRARY} -DZRBASIC_PRECOMPILE=ON)
 else()
     list(APPEND arguments -DCMAKE_PREFIX_PATH=${PREFIX})
     set(ENV{PKG_CONFIG_PATH} "${PREFIX}/${LIBDIR}/pkgconfig:$ENV{PKG_CONFIG_PATH}")
