@@ -66,9 +66,7 @@ class Lenient : public Coded {
 
     id readUnknown(NSString* key) { return key; }
     ZR_METHOD(readUnknown, "valueForUndefinedKey:")
-    void writeUnknown(NSObject* value, NSString* key) {
-        log += key->utf8() + '=' + value->description()->utf8() + ' ';
-    }
+    void writeUnknown(NSObject* value, NSString* key) { log += key->utf8() + '=' + value->description()->utf8() + ' '; }
     ZR_METHOD(writeUnknown, "setValue:forUndefinedKey:")
     void writeNil(NSString* key) { log += "nil:" + key->utf8() + ' '; }
     ZR_METHOD(writeNil, "setNilValueForKey:")
@@ -148,8 +146,9 @@ TEST(KeyValueReading, findsGettersAndVariablesByEveryName) {
 
 TEST(KeyValueReading, raisesForUnknownNullAndEmptyKeys) {
     const auto coded = make<Coded>();
-    const std::string complaint = "NSUnknownKeyException: [<Coded> valueForUndefinedKey:]: this class is not key value "
-                                  "coding-compliant for the key ";
+    const std::string complaint =
+        "NSUnknownKeyException: [<Coded> valueForUndefinedKey:]: this class is not key value "
+        "coding-compliant for the key ";
     EXPECT_EQ(raised([&] { valueForKey(coded, "nope"_ns); }), complaint + "nope.");
     EXPECT_EQ(raised([&] { valueForKey(coded, nullptr); }), complaint + "(null).");
     EXPECT_EQ(raised([&] { valueForKey(coded, ""_ns); }), complaint + ".");

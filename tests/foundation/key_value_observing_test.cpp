@@ -181,9 +181,7 @@ TEST(KeyValueObserving, aChangeThatRaisesIsNeverAnnounced) {
     const auto watched = make<Watched>();
     const auto recorder = make<Recorder>();
     addObserver_forKeyPath_options_context(watched, recorder, "change"_ns, oldAndNew, nullptr);
-    {
-        detail::ObservedChange change(watched, "change"_ns);
-    }
+    { detail::ObservedChange change(watched, "change"_ns); }
     didChangeValueForKey(watched, "change"_ns);
     EXPECT_EQ(recorder->log, "");
     watched->setChange(1);

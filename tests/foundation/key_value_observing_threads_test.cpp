@@ -35,7 +35,8 @@ TEST(KeyValueObservingThreads, observersDieOnAnotherThreadWhileSettersRun) {
     std::vector<Ref<NSObject>> observers;
     for (int i = 0; i < 200; ++i) {
         observers.push_back(make<CountingListener>());
-        addObserver_forKeyPath_options_context(quote, observers.back(), "price"_ns, NSKeyValueObservingOptionNew, nullptr);
+        addObserver_forKeyPath_options_context(quote, observers.back(), "price"_ns, NSKeyValueObservingOptionNew,
+                                               nullptr);
     }
     const auto staying = make<CountingListener>();
     addObserver_forKeyPath_options_context(quote, staying, "price"_ns, NSKeyValueObservingOptionNew, nullptr);

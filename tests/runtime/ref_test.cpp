@@ -118,6 +118,17 @@ TEST(Weak, readsNullFromTheMomentTheEndBegins) {
     EXPECT_FALSE(couldStillBeRead);
 }
 
+TEST(Weak, knowsItsObjectWithoutTakingAReference) {
+    auto object = make<NSObject>();
+    const NSObject* const address = object;
+    const Weak<NSObject> weak(object);
+    EXPECT_TRUE(weak.refersTo(object));
+    EXPECT_FALSE(weak.refersTo(make<NSObject>()));
+    EXPECT_FALSE(weak.refersTo(nullptr));
+    object = nullptr;
+    EXPECT_TRUE(weak.refersTo(address));
+}
+
 TEST(Weak, nullAndCopiesAreFine) {
     const Weak<NSObject> none;
     EXPECT_EQ(none.lock(), nullptr);

@@ -81,6 +81,17 @@ KeyAccess accessorAccess(SEL selector, IMP implementation, const char* encoding)
     return access;
 }
 
+/// The object property whose declared accessor `selector` is, when nothing else would run in its place.
+Property untouchedProperty(const Class* ofClass, std::u16string_view key, SEL selector) {
+    if (!ofClass->isDirect()) {
+        return nullptr;
+    }
+    const Property property = class_getProperty(ofClass, utf8FromUtf16(key));
+    const bool fits =
+        property && property->readObject && (property->getter == selector || property->setter == selector);
+    return fits ? property : nullptr;
+}
+
 Property variableNamed(const Class* ofClass, std::string_view name) {
     for (const Class* searched = ofClass; searched; searched = searched->parent()) {
         for (const Property property : class_copyPropertyList(searched)) {
@@ -120,7 +131,9 @@ KeyAccess searchReading(const Class* ofClass, std::u16string_view key) {
         const SEL selector = sel_findName(name);
         const IMP implementation = class_getMethodImplementation(ofClass, selector);
         if (implementation && implementation.type->argumentCount == 0 && *implementation.type->encoding != 'v') {
-            return accessorAccess(selector, implementation, implementation.type->encoding);
+            KeyAccess access = accessorAccess(selector, implementation, implementation.type->encoding);
+            access.variable = untouchedProperty(ofClass, key, selector);
+            return access;
         }
     }
     return variableAccess(ofClass, key);
@@ -139,6 +152,7 @@ KeyAccess searchWriting(const Class* ofClass, std::u16string_view key) {
                 // Sets and gives something back: called through its own type, not the usual one.
                 access.way = KeyWay::OtherAccessor;
             }
+            access.variable = untouchedProperty(ofClass, key, selector);
             return access;
         }
     }

@@ -26,6 +26,7 @@ struct KeyAccess {
     char type = '?';
     SEL selector;
     IMP implementation;
+    /// The variable; for an accessor, the one that it does nothing but read or write, or null.
     Property variable = nullptr;
 };
 

@@ -133,6 +133,9 @@ id readVariable(NSObject* self, const KeyAccess& access) {
 id read(NSObject* self, const KeyAccess& access) {
     switch (access.way) {
         case KeyWay::ObjectAccessor:
+            if (access.variable) [[likely]] {
+                return access.variable->readObject(self);
+            }
             return reinterpret_cast<id (*)(NSObject*, SEL)>(access.implementation.function)(self, access.selector);
         case KeyWay::NumberAccessor:
             return readNumber(self, access);
@@ -324,6 +327,10 @@ void writeThrough(NSObject* self, NSObject* value, NSString* key, const KeyAcces
     }
     switch (access.way) {
         case KeyWay::ObjectAccessor:
+            if (access.variable) [[likely]] {
+                access.variable->writeObject(self, value);
+                return;
+            }
             reinterpret_cast<void (*)(NSObject*, SEL, NSObject*)>(access.implementation.function)(self, access.selector,
                                                                                                   value);
             return;

@@ -54,7 +54,7 @@ class ObservationInfo final : public NSObject {
         const std::lock_guard lock(m_mutex);
         const auto newest =
             std::find_if(m_observances.rbegin(), m_observances.rend(), [&](const SharedObservance& observance) {
-                return observance->observer.lock() == observer && observance->key->isEqualToString(key) &&
+                return observance->observer.refersTo(observer) && observance->key->isEqualToString(key) &&
                        (!context || *context == observance->context);
             });
         if (newest == m_observances.rend()) {

@@ -230,6 +230,9 @@ class Weak {
         return {};
     }
 
+    /// Whether it was made from `object`, which may be at its end by now; no reference is taken.
+    [[nodiscard]] bool refersTo(const NSObject* object) const { return m_object == object; }
+
     /// Whether `lock` would give null now.
     [[nodiscard]] bool expired() const {
         return !m_object || detail::headerOf(m_object)->strong.load(std::memory_order_relaxed) == 0;
