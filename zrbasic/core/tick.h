@@ -1,5 +1,4 @@
-#ifndef ZRBASIC_CORE_TICK_H
-#define ZRBASIC_CORE_TICK_H
+#pragma once
 
 #include <zrbasic/platform/foundation/decimal_number.h>
 
@@ -58,4 +57,3 @@ template <typename Receiver = NSNumber>
 
 } // namespace zr
 
-#endif

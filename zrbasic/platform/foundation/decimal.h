@@ -1,5 +1,4 @@
-#ifndef ZRBASIC_PLATFORM_FOUNDATION_DECIMAL_H
-#define ZRBASIC_PLATFORM_FOUNDATION_DECIMAL_H
+#pragma once
 
 #include <zrbasic/platform/runtime/export.h>
 #include <zrbasic/platform/runtime/types.h>
@@ -128,4 +127,3 @@ ZR_EXPORT void NSDecimalRound(NSDecimal* result, const NSDecimal* number, NSInte
 
 } // namespace zr
 
-#endif

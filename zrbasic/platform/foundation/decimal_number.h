@@ -1,5 +1,4 @@
-#ifndef ZRBASIC_PLATFORM_FOUNDATION_DECIMAL_NUMBER_H
-#define ZRBASIC_PLATFORM_FOUNDATION_DECIMAL_NUMBER_H
+#pragma once
 
 #include <zrbasic/platform/foundation/number.h>
 
@@ -109,4 +108,3 @@ class ZR_EXPORT NSDecimalNumber : public NSNumber {
 
 } // namespace zr
 
-#endif

@@ -1,5 +1,4 @@
-#ifndef ZRBASIC_PLATFORM_FOUNDATION_DECIMAL_P_H
-#define ZRBASIC_PLATFORM_FOUNDATION_DECIMAL_P_H
+#pragma once
 
 #include <zrbasic/platform/foundation/decimal.h>
 
@@ -36,4 +35,3 @@ inline void checkDecimal(NSCalculationError error) {
 
 } // namespace zr::detail
 
-#endif

@@ -1,5 +1,4 @@
-#ifndef ZRBASIC_PLATFORM_FOUNDATION_JSON_NUMBER_P_H
-#define ZRBASIC_PLATFORM_FOUNDATION_JSON_NUMBER_P_H
+#pragma once
 
 #include <zrbasic/platform/runtime/object.h>
 
@@ -16,4 +15,3 @@ namespace zr::detail {
 
 } // namespace zr::detail
 
-#endif

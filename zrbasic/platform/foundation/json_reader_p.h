@@ -1,5 +1,4 @@
-#ifndef ZRBASIC_PLATFORM_FOUNDATION_JSON_READER_P_H
-#define ZRBASIC_PLATFORM_FOUNDATION_JSON_READER_P_H
+#pragma once
 
 #include <zrbasic/platform/runtime/object.h>
 
@@ -30,4 +29,3 @@ inline constexpr unsigned jsonDepthLimit = 512;
 
 } // namespace zr::detail
 
-#endif

@@ -1,5 +1,4 @@
-#ifndef ZRBASIC_PLATFORM_FOUNDATION_JSON_SERIALIZATION_H
-#define ZRBASIC_PLATFORM_FOUNDATION_JSON_SERIALIZATION_H
+#pragma once
 
 #include <zrbasic/platform/foundation/data.h>
 #include <zrbasic/platform/foundation/error.h>
@@ -42,10 +41,10 @@ inline constexpr NSInteger NSPropertyListWriteInvalidError = 3852;
 /// | `true`, `false` | a boolean `NSNumber` |
 /// | `null` | the null object |
 /// | integer | an integer `NSNumber`, up to 64 bits with or without sign; beyond that as a number with a fraction |
-/// | number with a fraction or an exponent | `NSDecimalNumber` of exactly that value; a double when it needs more than 38 digits or is out of a decimal's range |
+/// | number with a fraction or an exponent | `NSDecimalNumber` of exactly that value, or a double |
 ///
-/// So a price of 0.00001000 is read as 0.00001 and not as the double nearest to it. What is out of range of a double,
-/// too, is an error.
+/// So a price of 0.00001000 is read as 0.00001 and not as the double nearest to it. A number that needs more than 38
+/// digits, or is out of a decimal's range, becomes the nearest double; one out of a double's range is an error.
 ///
 /// Text is UTF-8; a byte order mark at its start is skipped. Arrays and objects may lie 512 deep in each other. No
 /// text, however damaged, does more than give null and an error; nothing here raises. Operations may be called from
@@ -80,4 +79,3 @@ class ZR_EXPORT NSJSONSerialization : public NSObject {
 
 } // namespace zr
 
-#endif

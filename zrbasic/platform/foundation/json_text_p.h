@@ -1,5 +1,4 @@
-#ifndef ZRBASIC_PLATFORM_FOUNDATION_JSON_TEXT_P_H
-#define ZRBASIC_PLATFORM_FOUNDATION_JSON_TEXT_P_H
+#pragma once
 
 #include <cstddef>
 #include <string>
@@ -32,4 +31,3 @@ namespace zr::detail {
 
 } // namespace zr::detail
 
-#endif

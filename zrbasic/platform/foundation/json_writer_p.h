@@ -1,5 +1,4 @@
-#ifndef ZRBASIC_PLATFORM_FOUNDATION_JSON_WRITER_P_H
-#define ZRBASIC_PLATFORM_FOUNDATION_JSON_WRITER_P_H
+#pragma once
 
 #include <zrbasic/platform/runtime/object.h>
 
@@ -13,4 +12,3 @@ namespace zr::detail {
 
 } // namespace zr::detail
 
-#endif

@@ -1,5 +1,4 @@
-#ifndef ZRBASIC_PLATFORM_FOUNDATION_NUMBER_H
-#define ZRBASIC_PLATFORM_FOUNDATION_NUMBER_H
+#pragma once
 
 #include <zrbasic/platform/foundation/decimal.h>
 #include <zrbasic/platform/runtime/declare.h>
@@ -137,4 +136,3 @@ template <typename T>
 
 } // namespace zr
 
-#endif

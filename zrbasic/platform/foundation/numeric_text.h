@@ -1,5 +1,4 @@
-#ifndef ZRBASIC_PLATFORM_FOUNDATION_NUMERIC_TEXT_H
-#define ZRBASIC_PLATFORM_FOUNDATION_NUMERIC_TEXT_H
+#pragma once
 
 #include <zrbasic/platform/runtime/export.h>
 
@@ -51,4 +50,3 @@ namespace zr {
 
 } // namespace zr
 
-#endif

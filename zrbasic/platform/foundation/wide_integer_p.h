@@ -1,5 +1,4 @@
-#ifndef ZRBASIC_PLATFORM_FOUNDATION_WIDE_INTEGER_P_H
-#define ZRBASIC_PLATFORM_FOUNDATION_WIDE_INTEGER_P_H
+#pragma once
 
 #include <zrbasic/platform/foundation/decimal.h>
 
@@ -195,4 +194,3 @@ inline std::uint64_t divideByWord(DoubleWide& value, std::uint64_t divisor) {
 
 } // namespace zr::detail
 
-#endif

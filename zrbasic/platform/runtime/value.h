@@ -99,9 +99,9 @@ class Value {
         } else if constexpr (std::is_same_v<Plain, SEL>) {
             m_data = value;
         } else if constexpr (std::is_same_v<Plain, std::nullptr_t>) {
-            m_data = id();
+            m_data.template emplace<id>();
         } else if constexpr (std::is_convertible_v<T, id>) {
-            m_data = id(std::forward<T>(value));
+            m_data.template emplace<id>(std::forward<T>(value));
         } else {
             m_data = std::any(std::forward<T>(value));
         }
