@@ -1,0 +1,146 @@
+#include "options.h"
+
+#include <cstring>
+#include <filesystem>
+#include <iostream>
+#include <string_view>
+#include <system_error>
+
+namespace replay {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr const char* instrumentsName = "exchange_info.json";
+constexpr const char* quotesName = "ticks.ndjson";
+
+bool isFile(const fs::path& path) {
+    std::error_code ignored;
+    return fs::is_regular_file(path, ignored);
+}
+
+/// The recorded data lies beside the sources; a built program may have been moved away from them.
+fs::path dataFolder(const char* program) {
+    const fs::path besideProgram = fs::path(program ? program : "").parent_path() / "data";
+    for (const fs::path& folder : {fs::path("examples") / "data", besideProgram}) {
+        if (isFile(folder / instrumentsName)) {
+            return folder;
+        }
+    }
+    return ZR_EXAMPLE_DATA_DIR;
+}
+
+/// Walks over the arguments; an option's value may follow it or be joined to it by "=".
+class Arguments {
+  public:
+    Arguments(int count, const char* const* arguments) : m_count(count), m_arguments(arguments) {}
+
+    [[nodiscard]] bool next() {
+        if (++m_index >= m_count) {
+            return false;
+        }
+        m_name = m_arguments[m_index];
+        m_value = nullptr;
+        const std::size_t equals = m_name.find('=');
+        if (m_name.substr(0, 2) == "--" && equals != std::string_view::npos) {
+            m_value = m_arguments[m_index] + equals + 1;
+            m_name = m_name.substr(0, equals);
+        }
+        return true;
+    }
+
+    [[nodiscard]] std::string_view name() const { return m_name; }
+    [[nodiscard]] bool hasJoinedValue() const { return m_value != nullptr; }
+
+    /// The option's value; false when there is none.
+    [[nodiscard]] bool takeValue(std::string& value) {
+        if (!m_value && m_index + 1 < m_count) {
+            m_value = m_arguments[++m_index];
+        }
+        value = m_value ? m_value : "";
+        return !value.empty();
+    }
+
+  private:
+    int m_count;
+    const char* const* m_arguments;
+    int m_index = 0;
+    std::string_view m_name;
+    const char* m_value = nullptr;
+};
+
+bool complain(const std::string& what) {
+    std::cerr << "replay: " << what << ". Try --help.\n";
+    return false;
+}
+
+bool readOne(Arguments& arguments, Options& options, std::string& folder) {
+    const std::string name(arguments.name());
+    for (const auto& [flag, variable] :
+         {std::pair("--quiet", &options.isQuiet), std::pair("--json", &options.wantsJson),
+          std::pair("--help", &options.wantsHelp)}) {
+        if (name == flag) {
+            *variable = true;
+            return !arguments.hasJoinedValue() || complain(name + " takes no value");
+        }
+    }
+    for (const auto& [option, variable] :
+         {std::pair("--instruments", &options.instrumentsFile), std::pair("--quotes", &options.quotesFile),
+          std::pair("--instrument", &options.instrument)}) {
+        if (name == option) {
+            return arguments.takeValue(*variable) || complain(name + " needs a value");
+        }
+    }
+    if (name.empty() || name.front() == '-') {
+        return complain("there is no option \"" + name + '"');
+    }
+    if (!folder.empty()) {
+        return complain("one folder is enough");
+    }
+    folder = name;
+    return true;
+}
+
+} // namespace
+
+std::optional<Options> readOptions(int argc, const char* const* argv) {
+    Options options;
+    std::string folder;
+    Arguments arguments(argc, argv);
+    while (arguments.next()) {
+        if (!readOne(arguments, options, folder)) {
+            return std::nullopt;
+        }
+    }
+    const fs::path data = folder.empty() ? dataFolder(argc > 0 ? argv[0] : nullptr) : fs::path(folder);
+    if (options.instrumentsFile.empty()) {
+        options.instrumentsFile = (data / instrumentsName).string();
+    }
+    if (options.quotesFile.empty()) {
+        options.quotesFile = (data / quotesName).string();
+    }
+    return options;
+}
+
+const char* helpText() {
+    return "Usage: replay [OPTION]... [FOLDER]\n"
+           "\n"
+           "Replays recorded quotes of an exchange: fills models from what the server sent, watches\n"
+           "their prices, finds prices off the instrument's tick, and types one into a price field.\n"
+           "\n"
+           "  --instruments FILE   the exchange's instruments, one JSON text\n"
+           "  --quotes FILE        the quotes, one JSON text a line\n"
+           "  --instrument SYMBOL  this instrument alone\n"
+           "  --json               the report as JSON\n"
+           "  --quiet              no messages about what is skipped, no progress\n"
+           "  --help               this text\n"
+           "\n"
+           "Without FILE, exchange_info.json and ticks.ndjson are taken from FOLDER, or from the\n"
+           "recorded data that comes with the sources.\n"
+           "\n"
+           "What is damaged is named on the error output, counted and skipped. The exit status is 0\n"
+           "when the files could be read, 1 when one could not, 2 for a wrong command line.\n";
+}
+
+} // namespace replay
