@@ -56,4 +56,3 @@ template <typename Receiver = NSNumber>
 }
 
 } // namespace zr
-

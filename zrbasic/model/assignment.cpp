@@ -21,6 +21,10 @@ Ref<_ZRObjectModelCache> tableOf(NSObject* object) {
     return _ZRObjectModelCacheManager::sharedManager()->modelCacheOfClass(object->class_());
 }
 
+Ref<NSMutableDictionary> propertiesOf(NSObject* object) {
+    return _ZRObjectModelCacheManager::sharedManager()->propertiesMapOfClass(object->class_());
+}
+
 const _ZRObjectPropertyCache* assignable(const detail::ObjectTable::Entry* entry) {
     static const Class* const kind = _ZRObjectPropertyCache::classObject();
     const auto* const record = !entry                        ? nullptr
@@ -147,7 +151,7 @@ id assignPropertiesFrom_includeFather_nilValueEnable_propertyEnable(NSObject* se
     }
     // Observers and callbacks run in between; what is read from here on must survive them.
     const id heldSource(source);
-    const Ref<NSMutableDictionary> properties = tableOf(self)->propertiesMap();
+    const Ref<NSMutableDictionary> properties = propertiesOf(self);
     const Ref<NSMutableArray> sourceProperties = tableOf(source)->propertiesCache();
     const bool isAsked = wantsToBeAsked(source);
     for (NSUInteger i = 0; i < sourceProperties->count(); ++i) {
@@ -189,7 +193,7 @@ void assignPropertiesFromDictionary_replacedKeys(NSObject* self, NSDictionary* s
     const id heldSource(source);
     const bool hasReplacedKeys = replacedKeys && replacedKeys->count() != 0;
     const id heldReplacedKeys(hasReplacedKeys ? replacedKeys : nullptr);
-    const Ref<NSMutableDictionary> properties = tableOf(self)->propertiesMap();
+    const Ref<NSMutableDictionary> properties = propertiesOf(self);
     const NSUInteger count = source->count();
     WritePlans* const plans = detail::PerThread<WritePlans>::ensure();
     std::uint64_t previous = 0;

@@ -7,6 +7,7 @@
 
 #include <array>
 #include <atomic>
+#include <mutex>
 
 namespace zr {
 
@@ -21,10 +22,12 @@ struct ClassNames {
     std::array<Entry, 64> entries;
 };
 
-Ref<NSString> nameOf(const Class* ofClass) {
+/// The class's name, borrowed until this thread asks for another; `holder` keeps a name that nobody else does.
+NSString* nameOf(const Class* ofClass, Ref<NSString>& holder) {
     ClassNames* const names = ofClass ? detail::PerThread<ClassNames>::ensure() : nullptr;
     if (!names) {
-        return NSStringFromClass(ofClass);
+        holder = NSStringFromClass(ofClass);
+        return holder;
     }
     auto& entry = names->entries[(reinterpret_cast<std::uintptr_t>(ofClass) >> 6) % names->entries.size()];
     if (entry.ofClass != ofClass) {
@@ -140,24 +143,42 @@ _ZRObjectModelCacheManager* _ZRObjectModelCacheManager::sharedManager() {
 }
 
 Ref<_ZRObjectModelCache> _ZRObjectModelCacheManager::modelCacheOfClass(Class* modelClass) {
-    const Ref<NSString> name = nameOf(modelClass);
+    Ref<NSString> holder;
+    if (NSString* const name = nameOf(modelClass, holder)) {
+        const std::lock_guard lock(m_lock);
+        if (auto* const known = m_modelCaches ? cast<_ZRObjectModelCache>(m_modelCaches->peek(name)) : nullptr) {
+            return Ref<_ZRObjectModelCache>(known);
+        }
+    }
+    // Built outside the lock, because it takes its time; when two threads do, the first one's is kept.
+    auto made = make<_ZRObjectModelCache>(&_ZRObjectModelCache::initWithClass, modelClass);
+    NSString* const name = nameOf(modelClass, holder);
     if (!name) {
-        return make<_ZRObjectModelCache>(&_ZRObjectModelCache::initWithClass, modelClass);
+        return made;
     }
-    const std::lock_guard lock(m_mutex);
-    if (!m_modelCaches) {
-        m_modelCaches = NSMutableDictionary::dictionary();
-    }
-    if (auto* const known = cast<_ZRObjectModelCache>(m_modelCaches->peek(name))) {
+    const Ref<NSMutableDictionary> caches = modelCaches();
+    const std::lock_guard lock(m_lock);
+    if (auto* const known = cast<_ZRObjectModelCache>(caches->peek(name))) {
         return Ref<_ZRObjectModelCache>(known);
     }
-    auto made = make<_ZRObjectModelCache>(&_ZRObjectModelCache::initWithClass, modelClass);
-    m_modelCaches->setObject_forKey(made, name);
+    caches->setObject_forKey(made, name);
     return made;
 }
 
+Ref<NSMutableDictionary> _ZRObjectModelCacheManager::propertiesMapOfClass(Class* modelClass) {
+    Ref<NSString> holder;
+    if (NSString* const name = nameOf(modelClass, holder)) {
+        const std::lock_guard lock(m_lock);
+        const auto* const known = m_modelCaches ? cast<_ZRObjectModelCache>(m_modelCaches->peek(name)) : nullptr;
+        if (known && known->m_propertiesMap) [[likely]] {
+            return known->m_propertiesMap;
+        }
+    }
+    return modelCacheOfClass(modelClass)->propertiesMap();
+}
+
 Ref<NSMutableDictionary> _ZRObjectModelCacheManager::modelCaches() {
-    const std::lock_guard lock(m_mutex);
+    const std::lock_guard lock(m_lock);
     if (!m_modelCaches) {
         m_modelCaches = NSMutableDictionary::dictionary();
     }
@@ -165,8 +186,10 @@ Ref<NSMutableDictionary> _ZRObjectModelCacheManager::modelCaches() {
 }
 
 void _ZRObjectModelCacheManager::setModelCaches(NSMutableDictionary* modelCaches) {
-    const std::lock_guard lock(m_mutex);
-    m_modelCaches = Ref<NSMutableDictionary>(modelCaches);
+    Ref<NSMutableDictionary> changing(modelCaches);
+    const std::lock_guard lock(m_lock);
+    // The old tables go when the lock is open again.
+    m_modelCaches.swap(changing);
 }
 
 } // namespace zr

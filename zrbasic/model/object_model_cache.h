@@ -1,8 +1,7 @@
 #pragma once
 
 #include <zrbasic/platform/foundation/string.h>
-
-#include <mutex>
+#include <zrbasic/platform/runtime/threading.h>
 
 namespace zr {
 
@@ -55,6 +54,7 @@ class ZR_EXPORT _ZRObjectModelCache : public NSObject {
     void setModelClass(Class* modelClass);
 
   private:
+    friend class _ZRObjectModelCacheManager;
     void record(Property property);
 
     Ref<NSMutableArray> m_propertiesCache;
@@ -78,12 +78,15 @@ class ZR_EXPORT _ZRObjectModelCacheManager : public NSObject {
     /// and two classes of one name share the table of the first. Null gives an empty table that is not kept.
     [[nodiscard]] Ref<_ZRObjectModelCache> modelCacheOfClass(Class* modelClass);
 
+    /// The map of `modelCacheOfClass`, for those who need nothing else of it.
+    [[nodiscard]] Ref<NSMutableDictionary> propertiesMapOfClass(Class* modelClass);
+
     /// Class name to `_ZRObjectModelCache`. Made on first read, so never null.
     [[nodiscard]] Ref<NSMutableDictionary> modelCaches();
     void setModelCaches(NSMutableDictionary* modelCaches);
 
   private:
-    std::mutex m_mutex;
+    detail::SpinLock m_lock;
     Ref<NSMutableDictionary> m_modelCaches;
 };
 

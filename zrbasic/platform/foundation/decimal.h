@@ -126,4 +126,3 @@ ZR_EXPORT void NSDecimalRound(NSDecimal* result, const NSDecimal* number, NSInte
 [[nodiscard]] ZR_EXPORT std::uint64_t decimalToUInt64(const NSDecimal& number) noexcept;
 
 } // namespace zr
-

@@ -107,4 +107,3 @@ class ZR_EXPORT NSDecimalNumber : public NSNumber {
 };
 
 } // namespace zr
-

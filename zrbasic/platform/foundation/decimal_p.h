@@ -34,4 +34,3 @@ inline void checkDecimal(NSCalculationError error) {
 }
 
 } // namespace zr::detail
-

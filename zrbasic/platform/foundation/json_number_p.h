@@ -14,4 +14,3 @@ namespace zr::detail {
 [[nodiscard]] id numberFromJson(std::string_view token);
 
 } // namespace zr::detail
-

@@ -28,4 +28,3 @@ inline constexpr unsigned jsonDepthLimit = 512;
 [[nodiscard]] id readJson(std::string_view text, std::size_t readable, NSUInteger options, JsonFault& fault);
 
 } // namespace zr::detail
-

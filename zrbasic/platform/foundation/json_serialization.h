@@ -78,4 +78,3 @@ class ZR_EXPORT NSJSONSerialization : public NSObject {
 };
 
 } // namespace zr
-

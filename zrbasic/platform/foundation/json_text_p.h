@@ -30,4 +30,3 @@ namespace zr::detail {
 [[nodiscard]] bool appendJsonString(std::u16string_view text, std::string& json);
 
 } // namespace zr::detail
-

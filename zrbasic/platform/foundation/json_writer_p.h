@@ -11,4 +11,3 @@ namespace zr::detail {
 [[nodiscard]] std::string writeJson(NSObject* object, NSUInteger options, std::string& json);
 
 } // namespace zr::detail
-

@@ -135,4 +135,3 @@ template <typename T>
 }
 
 } // namespace zr
-

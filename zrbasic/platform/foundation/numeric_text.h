@@ -49,4 +49,3 @@ namespace zr {
 [[nodiscard]] ZR_EXPORT bool boolValueOfText(std::u16string_view text) noexcept;
 
 } // namespace zr
-

@@ -193,4 +193,3 @@ inline std::uint64_t divideByWord(DoubleWide& value, std::uint64_t divisor) {
 }
 
 } // namespace zr::detail
-
