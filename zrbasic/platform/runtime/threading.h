@@ -23,6 +23,11 @@ inline bool isSingleThreaded() {
 class SpinLock {
   public:
     void lock() {
+        if (isSingleThreaded()) {
+            // Nobody to wait for; a thread started before the unlock still finds it taken.
+            m_flag.store(true, std::memory_order_relaxed);
+            return;
+        }
         while (m_flag.exchange(true, std::memory_order_acquire)) {
             while (m_flag.load(std::memory_order_relaxed)) {
                 std::this_thread::yield();
