@@ -1,5 +1,7 @@
 #include <zrbasic/core/tick.h>
 
+#include "../foundation/checks.h"
+
 #include <zrbasic/core/tools.h>
 #include <zrbasic/platform/foundation/array.h>
 #include <zrbasic/platform/foundation/dictionary.h>
@@ -11,7 +13,6 @@
 #include <gtest/gtest.h>
 
 #include <fstream>
-#include <functional>
 #include <limits>
 #include <sstream>
 #include <string>
@@ -19,6 +20,8 @@
 
 namespace zr {
 namespace {
+
+using test::raisedName;
 
 constexpr double infinity = std::numeric_limits<double>::infinity();
 constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
@@ -29,16 +32,6 @@ Ref<NSDecimalNumber> decimal(std::string_view text) {
 
 std::string rounded(NSNumber* number, NSNumber* tick, NSUInteger mode) {
     return decimalText(roundWithTick_roundingMode(number, tick, mode)->decimalValue());
-}
-
-// The name of the exception that `action` raises.
-std::string raised(const std::function<void()>& action) {
-    try {
-        action();
-    } catch (const NSException& exception) {
-        return exception.name();
-    }
-    return "nothing";
 }
 
 TEST(TickVectors, agreeWithAnIndependentImplementation) {
@@ -193,13 +186,13 @@ TEST(TickRounding, clampsMultiplesToSixtyFourBits) {
 }
 
 TEST(TickRounding, letsErrorsOfTheDecimalsPassThrough) {
-    EXPECT_EQ(raised([] { static_cast<void>(roundWithTick_roundingMode(decimal("1e127"), decimal("1e-100"), 1)); }),
+    EXPECT_EQ(raisedName([] { static_cast<void>(roundWithTick_roundingMode(decimal("1e127"), decimal("1e-100"), 1)); }),
               NSDecimalNumberOverflowException);
-    EXPECT_EQ(raised([] { static_cast<void>(roundWithTick_roundingMode(decimal("1e-100"), decimal("1e100"), 1)); }),
+    EXPECT_EQ(raisedName([] { static_cast<void>(roundWithTick_roundingMode(decimal("1e-100"), decimal("1e100"), 1)); }),
               NSDecimalNumberUnderflowException);
-    EXPECT_EQ(raised([] { static_cast<void>(roundMatchWithTick(decimal("1e127"), decimal("1e-100"))); }),
+    EXPECT_EQ(raisedName([] { static_cast<void>(roundMatchWithTick(decimal("1e127"), decimal("1e-100"))); }),
               NSDecimalNumberOverflowException);
-    EXPECT_EQ(raised([] { static_cast<void>(roundMatchWithTick(decimal("1e-100"), decimal("1e100"))); }),
+    EXPECT_EQ(raisedName([] { static_cast<void>(roundMatchWithTick(decimal("1e-100"), decimal("1e100"))); }),
               NSDecimalNumberUnderflowException);
 }
 
@@ -223,9 +216,9 @@ TEST(TickMatch, tellsWholeMultiplesFromOthers) {
 
 TEST(TickMatch, raisesForAZeroTick) {
     for (const Ref<NSNumber>& zero : {box(0), box(0.0), box(false), Ref<NSNumber>(NSDecimalNumber::zero())}) {
-        EXPECT_EQ(raised([&] { static_cast<void>(roundMatchWithTick(box(1.25), zero)); }),
+        EXPECT_EQ(raisedName([&] { static_cast<void>(roundMatchWithTick(box(1.25), zero)); }),
                   NSDecimalNumberDivideByZeroException);
-        EXPECT_EQ(raised([&] { static_cast<void>(roundMatchWithTick(box(0), zero)); }),
+        EXPECT_EQ(raisedName([&] { static_cast<void>(roundMatchWithTick(box(0), zero)); }),
                   NSDecimalNumberDivideByZeroException);
     }
 }

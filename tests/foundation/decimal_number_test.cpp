@@ -1,5 +1,7 @@
 #include <zrbasic/platform/foundation/decimal_number.h>
 
+#include "checks.h"
+
 #include <zrbasic/platform/foundation/string.h>
 #include <zrbasic/platform/runtime/exception.h>
 #include <zrbasic/platform/runtime/message.h>
@@ -7,12 +9,13 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <functional>
 #include <limits>
 #include <string>
 
 namespace zr {
 namespace {
+
+using test::raised;
 
 Ref<NSDecimalNumber> decimal(std::string_view text) {
     return NSDecimalNumber::decimalNumberWithString(NSString::fromUtf8(text));
@@ -22,19 +25,9 @@ std::string written(NSNumber* number) {
     return number->stringValue()->utf8();
 }
 
-// Name and reason of the exception that `action` raises.
-std::string raised(const std::function<void()>& action) {
-    try {
-        action();
-    } catch (const NSException& exception) {
-        return exception.name() + " | " + exception.reason();
-    }
-    return "nothing";
-}
-
-constexpr char overflow[] = "NSDecimalNumberOverflowException | NSDecimalNumber overflow exception";
-constexpr char underflow[] = "NSDecimalNumberUnderflowException | NSDecimalNumber underflow exception";
-constexpr char zeroDivisor[] = "NSDecimalNumberDivideByZeroException | NSDecimalNumber divide by zero exception";
+constexpr char overflow[] = "NSDecimalNumberOverflowException: NSDecimalNumber overflow exception";
+constexpr char underflow[] = "NSDecimalNumberUnderflowException: NSDecimalNumber underflow exception";
+constexpr char zeroDivisor[] = "NSDecimalNumberDivideByZeroException: NSDecimalNumber divide by zero exception";
 
 Ref<NSDecimalNumberHandler> behavior(NSRoundingMode mode, short scale) {
     return NSDecimalNumberHandler::

@@ -1,15 +1,13 @@
 #include <zrbasic/platform/foundation/mutable_array.h>
 
 #include <zrbasic/platform/foundation/array_kinds_p.h>
+#include <zrbasic/platform/foundation/capacity_p.h>
 
 #include <algorithm>
 
 namespace zr {
 
 namespace {
-
-/// Room is only set aside up to here; a caller's guess must not exhaust the memory.
-constexpr NSUInteger mostReserved = 65536;
 
 void requireObject(const NSArray* self, const char* operation, const NSObject* object) {
     if (!object) {
@@ -88,7 +86,7 @@ id NSMutableArray::initWithCapacity(NSUInteger capacity) {
     if (isa() == NSMutableArray::classObject()) {
         return arrayWithCapacity(capacity);
     }
-    m_elements.reserve(std::min(capacity, mostReserved));
+    m_elements.reserve(detail::roomFor(capacity));
     return id(this);
 }
 

@@ -1,16 +1,12 @@
 #include <zrbasic/platform/foundation/mutable_dictionary.h>
 
 #include <zrbasic/platform/foundation/array.h>
+#include <zrbasic/platform/foundation/capacity_p.h>
 #include <zrbasic/platform/foundation/concrete_kind_p.h>
-
-#include <algorithm>
 
 namespace zr {
 
 namespace {
-
-/// Room is only set aside up to here; a caller's guess must not exhaust the memory.
-constexpr NSUInteger mostReserved = 65536;
 
 class PlainMutableDictionary final : public NSMutableDictionary {
     ZR_DECLARE_CLASS(PlainMutableDictionary, NSMutableDictionary)
@@ -85,7 +81,7 @@ id NSMutableDictionary::initWithCapacity(NSUInteger capacity) {
     if (isa() == NSMutableDictionary::classObject()) {
         return dictionaryWithCapacity(capacity);
     }
-    m_table.reserve(std::min(capacity, mostReserved));
+    m_table.reserve(detail::roomFor(capacity));
     return id(this);
 }
 

@@ -1,16 +1,12 @@
 #include <zrbasic/platform/foundation/mutable_set.h>
 
 #include <zrbasic/platform/foundation/array.h>
+#include <zrbasic/platform/foundation/capacity_p.h>
 #include <zrbasic/platform/foundation/concrete_kind_p.h>
-
-#include <algorithm>
 
 namespace zr {
 
 namespace {
-
-/// Room is only set aside up to here; a caller's guess must not exhaust the memory.
-constexpr NSUInteger mostReserved = 65536;
 
 class PlainMutableSet final : public NSMutableSet {
     ZR_DECLARE_CLASS(PlainMutableSet, NSMutableSet)
@@ -91,7 +87,7 @@ id NSMutableSet::initWithCapacity(NSUInteger capacity) {
     if (isa() == NSMutableSet::classObject()) {
         return setWithCapacity(capacity);
     }
-    m_table.reserve(std::min(capacity, mostReserved));
+    m_table.reserve(detail::roomFor(capacity));
     return id(this);
 }
 
