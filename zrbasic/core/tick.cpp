@@ -62,32 +62,38 @@ struct Multiple {
 std::optional<Multiple> obviousMultiple(const NSDecimal& number, const NSDecimal& tick, NSUInteger mode) {
     const std::optional<detail::ShortQuotient> quotient = detail::shortQuotient(number, tick);
     // Below this size a double still tells a thousandth of a tick.
-    if (!quotient || quotient->whole >= std::uint64_t{1} << 40) {
+    constexpr std::uint64_t mostTicks = std::uint64_t{1} << 40;
+    constexpr std::uint64_t largestDivisor = std::uint64_t{1} << 62;
+    if (!quotient || quotient->whole >= mostTicks || quotient->divisor >= largestDivisor) {
         return std::nullopt;
     }
-    const double fraction = quotient->fraction;
-    constexpr double margin = 1e-3;
-    const double fromMiddle = fraction < 0.5 ? 0.5 - fraction : fraction - 0.5;
-    if (!quotient->isWhole && (fraction < margin || fraction > 1 - margin || fromMiddle < margin)) {
+    const std::uint64_t rest = quotient->rest;
+    const std::uint64_t divisor = quotient->divisor;
+    const std::uint64_t twice = 2 * rest;
+    const std::uint64_t fromMiddle = twice < divisor ? divisor - twice : twice - divisor;
+    // About a thousandth of a tick; 0 for divisors so small that every rest is farther off, or exactly in the middle.
+    const std::uint64_t margin = divisor >> 10;
+    const bool isWhole = rest == 0;
+    if (!isWhole && (rest < margin || divisor - rest < margin || fromMiddle < 2 * margin)) {
         return std::nullopt;
     }
     const bool isNegative = number.negative != tick.negative;
     bool goesAwayFromZero = false;
     switch (mode) {
         case NSRoundPlain:
-            goesAwayFromZero = fraction > 0.5;
+            goesAwayFromZero = twice >= divisor;
             break;
         case NSRoundDown:
-            goesAwayFromZero = isNegative && !quotient->isWhole;
+            goesAwayFromZero = isNegative && !isWhole;
             break;
         case NSRoundUp:
-            goesAwayFromZero = !isNegative && !quotient->isWhole;
+            goesAwayFromZero = !isNegative && !isWhole;
             break;
         default:
             return std::nullopt;
     }
     const auto size = static_cast<std::int64_t>(quotient->whole + (goesAwayFromZero ? 1 : 0));
-    return Multiple{isNegative ? -size : size, quotient->isWhole};
+    return Multiple{isNegative ? -size : size, isWhole};
 }
 
 bool isEqualTo(const NSDecimal& quotient, std::int64_t multiple) {

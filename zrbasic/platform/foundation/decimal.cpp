@@ -389,8 +389,7 @@ std::optional<ShortQuotient> shortQuotient(const NSDecimal& dividend, const NSDe
     if (distance > 19 || __builtin_mul_overflow(scaled, lowWord(powersOfTen[distance]), &scaled)) {
         return std::nullopt;
     }
-    const std::uint64_t rest = left % right;
-    return ShortQuotient{left / right, static_cast<double>(rest) / static_cast<double>(right), rest == 0};
+    return ShortQuotient{left / right, left % right, right};
 }
 
 } // namespace detail

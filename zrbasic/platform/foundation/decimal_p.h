@@ -13,11 +13,11 @@ namespace zr::detail {
 /// way becomes NaN and is reported.
 NSCalculationError settleDecimal(NSDecimal& number, std::int64_t exponent) noexcept;
 
-/// The size of a quotient: its whole part, and what is behind the point to within a double.
+/// The size of a quotient: its whole part, and what is left of the dividend, in units of the divisor.
 struct ShortQuotient {
     std::uint64_t whole;
-    double fraction;
-    bool isWhole;
+    std::uint64_t rest;
+    std::uint64_t divisor;
 };
 
 /// The quotient of two numbers of few digits, without its digits behind the point; nothing for longer numbers, and for
