@@ -1,6 +1,7 @@
 #include <zrbasic/collections/dictionary.h>
 
 #include "../foundation/checks.h"
+#include "../foundation/listing.h"
 
 #include <zrbasic/platform/foundation/array.h>
 #include <zrbasic/platform/foundation/decimal_number.h>
@@ -17,17 +18,9 @@ namespace zr {
 
 namespace {
 
+using test::listing;
 using test::raised;
 using test::raisedName;
-
-std::string listing(const Ref<NSDictionary>& entries) {
-    std::string text;
-    for (const id& key : entries) {
-        text += (text.empty() ? "" : " ") + key->description()->utf8() + '=' +
-                entries->objectForKey(key)->description()->utf8();
-    }
-    return text;
-}
 
 /// One entry, "a".
 Ref<NSDictionary> holding(const id& value) {

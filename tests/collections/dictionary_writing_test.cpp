@@ -1,6 +1,7 @@
 #include <zrbasic/collections/dictionary_writing.h>
 
 #include "../foundation/checks.h"
+#include "../foundation/listing.h"
 
 #include <zrbasic/platform/foundation/mutable_array.h>
 #include <zrbasic/platform/foundation/mutable_dictionary.h>
@@ -14,16 +15,8 @@ namespace zr {
 
 namespace {
 
+using test::listing;
 using test::raisedName;
-
-std::string listing(const Ref<NSDictionary>& entries) {
-    std::string text;
-    for (const id& key : entries) {
-        text += (text.empty() ? "" : " ") + key->description()->utf8() + '=' +
-                entries->objectForKey(key)->description()->utf8();
-    }
-    return text;
-}
 
 /// A mutable dictionary with the entry a=1.
 Ref<NSMutableDictionary> one() {

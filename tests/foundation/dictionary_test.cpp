@@ -1,6 +1,7 @@
 #include <zrbasic/platform/foundation/dictionary.h>
 
 #include "checks.h"
+#include "listing.h"
 
 #include <zrbasic/platform/foundation/array.h>
 #include <zrbasic/platform/foundation/mutable_dictionary.h>
@@ -19,18 +20,9 @@ namespace zr {
 
 namespace {
 
+using test::listing;
 using test::raised;
 using test::raisedName;
-
-/// "key=value" for every entry, in order, one blank between them.
-std::string listing(const Ref<NSDictionary>& entries) {
-    std::string text;
-    for (const id& key : entries) {
-        text += (text.empty() ? "" : " ") + key->description()->utf8() + '=' +
-                entries->objectForKey(key)->description()->utf8();
-    }
-    return text;
-}
 
 Ref<NSDictionary> prices() {
     return dictionary({{"gold"_ns, box(12.5)}, {"silver"_ns, box(3)}, {"none"_ns, NSNull::null()}});
