@@ -30,7 +30,7 @@ if(ZRBASIC_SHARED)
     set(pc_requires "")
     set(pc_libs_private "")
 else()
-    set(pc_requires "icu-i18n icu-uc simdjson")
+    set(pc_requires "icu-i18n icu-uc simdjson libcrypto liburiparser")
     set(pc_libs_private ${CMAKE_THREAD_LIBS_INIT})
 endif()
 # Relative to the file itself, so that the installed tree can be moved.
