@@ -178,7 +178,7 @@ TEST(BlockObservationRegistry, isADictionaryOfArraysInOrder) {
     ASSERT_NE(registrations, nullptr);
     ASSERT_EQ(registrations->count(), 2U);
     EXPECT_EQ(registrationsOf(observed, "name"_ns)->count(), 1U);
-    auto* const first = cast<_ZRXKVOObserverCache>(registrations->objectAtIndex(0));
+    const auto first = cast<_ZRXKVOObserverCache>(registrations->objectAtIndex(0));
     EXPECT_EQ(first->observerKey()->utf8(), "price");
     EXPECT_EQ(first->observerObject(), observer);
     first->observerBlock()(observed, "price"_ns, nullptr, nullptr);

@@ -37,6 +37,20 @@ TEST(Ref, movingKeepsTheCountAndEmptiesTheSource) {
     EXPECT_EQ(log, "a");
 }
 
+TEST(Ref, castingATemporaryKeepsTheObject) {
+    std::string log;
+    {
+        const auto kept = cast<Witness>(id(witness(log, 'a')));
+        ASSERT_NE(kept, nullptr);
+        EXPECT_EQ(countOf(kept), 1U);
+        EXPECT_EQ(log, "");
+    }
+    EXPECT_EQ(log, "a");
+    EXPECT_EQ(cast<NSString>(id(witness(log, 'b'))), nullptr);
+    EXPECT_EQ(log, "ab");
+    EXPECT_EQ(cast<NSString>(id()), nullptr);
+}
+
 class Reader : public NSObject {
     ZR_OBJECT(Reader, NSObject)
 

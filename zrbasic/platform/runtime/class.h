@@ -96,6 +96,17 @@ template <class T>
     }
 }
 
+/// The same for an object that only a temporary holds: the result holds it from now on.
+template <class T, class U>
+[[nodiscard]] Ref<T> cast(Ref<U>&& object) {
+    T* const wanted = cast<T>(object.get());
+    if (!wanted) {
+        return nullptr;
+    }
+    (void)object.leak();
+    return Ref<T>(adopt, wanted);
+}
+
 /// A fresh object that no initialiser has run on yet.
 template <class T>
 [[nodiscard]] Ref<T> alloc() {
