@@ -142,6 +142,10 @@ std::u16string utf16FromUtf8Replacing(std::string_view bytes) {
 }
 
 std::string utf8FromUtf16(std::u16string_view text) {
+    // Nearly all text is plain, and narrowing that goes many units at a time.
+    if (isAscii(text)) {
+        return std::string(text.begin(), text.end());
+    }
     // The exact length for text without lone surrogates and pairs; those take no more than is counted here.
     std::size_t capacity = 0;
     for (const char16_t unit : text) {
