@@ -1,0 +1,44 @@
+#pragma once
+
+#include <zrbasic/platform/foundation/array.h>
+#include <zrbasic/platform/foundation/geometry.h>
+
+namespace zr {
+
+class NSBitmapImageRep;
+
+/// A picture of a size in points, given by one bitmap or by several for screens of different density.
+///
+/// An image that has no bitmaps is empty, whatever its size. Used on one thread at a time.
+class ZR_EXPORT NSImage : public NSObject {
+    ZR_DECLARE_CLASS(NSImage, NSObject)
+  public:
+    NSImage();
+    ~NSImage() override;
+
+    /// Without bitmaps. Any size is taken as it is, an empty or negative one too; such an image has nothing to show.
+    id initWithSize(NSSize size);
+
+    /// In points, independent of how many pixels the bitmaps have.
+    [[nodiscard]] NSSize size() const { return m_size; }
+    void setSize(NSSize size) { m_size = size; }
+
+    /// The bitmaps in the order they were added in; a list of the moment that does not change with the image. Never
+    /// null.
+    [[nodiscard]] Ref<NSArray> representations() const;
+    /// Keeps the bitmap itself, not a copy. Null, and one that is there already, do nothing.
+    void addRepresentation(NSBitmapImageRep* representation);
+    /// Null, and one that is not there, do nothing.
+    void removeRepresentation(NSBitmapImageRep* representation);
+    /// The bitmap with the most pixels, the first among equals; null when there is none.
+    [[nodiscard]] Ref<NSBitmapImageRep> bestRepresentation() const;
+
+    /// Another image of the same size with copies of the bitmaps.
+    [[nodiscard]] id copy() const override;
+
+  private:
+    NSSize m_size;
+    Ref<NSArray> m_representations = NSArray::array();
+};
+
+} // namespace zr
