@@ -8,7 +8,7 @@ ROOT = pathlib.Path(__file__).resolve().parents[2]
 
 
 def tests_in_tree():
-    pattern = re.compile(r"^TEST(?:_F|_P)?\((\w+),\s*(\w+)\)", re.MULTILINE)
+    pattern = re.compile(r"^(?:TYPED_)?TEST(?:_F|_P)?\((\w+),\s*(\w+)\)", re.MULTILINE)
     for source in (ROOT / "tests").rglob("*_test.cpp"):
         for suite, name in pattern.findall(source.read_text(encoding="utf-8")):
             yield f"{suite}.{name}"
