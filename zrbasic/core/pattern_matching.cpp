@@ -23,7 +23,7 @@ Ref<NSString> substring(std::u16string_view text, NSRange range) {
 
 } // namespace
 
-ZR_GROUP(NSString, ZRXPatternHelper) {
+ZR_GROUP(NSString, ZRXHelper) {
     is.method<&matchResultWithPattern>("matchResultWithPattern:");
     is.method<&matchResultsWithPattern>("matchResultsWithPattern:");
     is.method<&matchWithPattern_matchResult>("matchWithPattern:matchResult:");
