@@ -6,6 +6,8 @@
 #include <zrbasic/platform/foundation/null.h>
 #include <zrbasic/platform/foundation/number.h>
 
+#include <vector>
+
 namespace zr {
 
 namespace {
@@ -75,24 +77,31 @@ id zr_removeObjectForKey(NSMutableDictionary* self, NSObject* key) {
     return removed;
 }
 
-// The merges walk over a list of keys made beforehand, because writing may end objects and so run anybody's code, and
-// because the dictionary that is read may be the one that is written.
+// The merges walk over entries or keys copied beforehand, because writing may end objects and so run anybody's code,
+// and because the dictionary that is read may be the one that is written.
 
 void complementFrom(NSMutableDictionary* self, NSDictionary* other) {
     if (!self || !other) {
         return;
     }
-    const Ref<NSArray> keys = other->allKeys();
-    for (const id& key : keys->elements()) {
-        if (!self->peek(key)) {
-            zr_setObject_forKey(self, other->objectForKey(key), key);
+    const std::vector<detail::ObjectTable::Entry> entries = other->table().entries();
+    for (const detail::ObjectTable::Entry& entry : entries) {
+        if (isStorable(entry.value) && !self->peek(entry.key)) {
+            self->setObject_forKey(entry.value, entry.key);
         }
     }
 }
 
 void mergeValuesFrom(NSMutableDictionary* self, NSDictionary* other) {
-    if (self && other) {
-        mergeValuesFrom_withKeys(self, other, other->allKeys());
+    if (!self || !other) {
+        return;
+    }
+    const std::vector<detail::ObjectTable::Entry> entries = other->table().entries();
+    for (const detail::ObjectTable::Entry& entry : entries) {
+        // A gap has no value either.
+        if (isStorable(entry.value)) {
+            self->setObject_forKey(entry.value, entry.key);
+        }
     }
 }
 
