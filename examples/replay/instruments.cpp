@@ -1,20 +1,15 @@
 #include "instruments.h"
 
 #include "entry_lines.h"
+#include "json_file.h"
 #include "price_text.h"
 
 #include <zrbasic/core/text.h>
 #include <zrbasic/model/assignment.h>
 #include <zrbasic/platform/foundation/array.h>
 #include <zrbasic/platform/foundation/dictionary.h>
-#include <zrbasic/platform/foundation/json_serialization.h>
 #include <zrbasic/platform/foundation/key_value_coding.h>
 
-#include <algorithm>
-#include <cerrno>
-#include <cstdio>
-#include <cstring>
-#include <memory>
 #include <set>
 
 namespace replay {
@@ -25,35 +20,13 @@ namespace {
 
 constexpr const char* listKey = "symbols";
 
-std::optional<std::string> contentOf(const std::string& file, Console& console) {
-    const std::unique_ptr<std::FILE, int (*)(std::FILE*)> input(std::fopen(file.c_str(), "rb"), &std::fclose);
-    std::string content;
-    if (input) {
-        char block[65536];
-        while (const std::size_t length = std::fread(block, 1, sizeof block, input.get())) {
-            content.append(block, length);
-        }
-    }
-    if (!input || std::ferror(input.get())) {
-        console.say(file + ": cannot be read: " + std::strerror(errno));
-        return std::nullopt;
-    }
-    return content;
-}
-
 /// The list within the file's text; null, after a message, when there is none.
 Ref<NSArray> entriesIn(const std::string& content, const std::string& file, Console& console) {
-    Ref<NSError> error;
-    const id root = NSJSONSerialization::objectWithText(content, 0, &error);
-    if (!root) {
-        auto* const place = cast<NSNumber>(error->userInfo()->peek(NSJSONSerializationErrorIndex()));
-        const auto offset = place ? static_cast<std::ptrdiff_t>(place->longLongValue()) : 0;
-        const auto line = 1 + std::count(content.begin(), content.begin() + offset, '\n');
-        console.say(file + ':' + std::to_string(line) + ": " + error->localizedDescription()->utf8());
+    const auto reply = objectIn(content, file, console);
+    if (!reply) {
         return nullptr;
     }
-    auto* const reply = cast<NSDictionary>(root);
-    Ref<NSArray> entries(reply ? cast<NSArray>(reply->peek(NSString::fromUtf8(listKey))) : nullptr);
+    Ref<NSArray> entries(cast<NSArray>(reply->peek(NSString::fromUtf8(listKey))));
     if (!entries) {
         console.say(file + ": is no list of instruments: it has no array \"" + listKey + '"');
     }

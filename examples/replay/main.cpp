@@ -46,8 +46,15 @@ int run(const replay::Options& options) {
     if (!session.run(options.quotesFile, problems, console)) {
         return unreadable;
     }
+    const bool hasAccount = !options.accountFile.empty();
+    const auto account = hasAccount ? replay::readAccount(options.accountFile, console) : nullptr;
+    if (hasAccount && !account) {
+        return unreadable;
+    }
     const auto entry = typedEntry(session);
-    std::cout << (options.wantsJson ? jsonReport(session, problems, entry) : textReport(session, problems, entry));
+    const auto desk = replay::openDesk(account, entry);
+    std::cout << (options.wantsJson ? jsonReport(session, problems, entry, desk)
+                                    : textReport(session, problems, entry, desk, options.wantsColour));
     std::cout.flush();
     if (!std::cout) {
         console.say("replay: the report cannot be written");

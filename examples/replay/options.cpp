@@ -1,10 +1,13 @@
 #include "options.h"
 
+#include <cstdlib>
 #include <cstring>
 #include <filesystem>
 #include <iostream>
 #include <string_view>
 #include <system_error>
+
+#include <unistd.h>
 
 namespace replay {
 
@@ -14,6 +17,7 @@ namespace fs = std::filesystem;
 
 constexpr const char* instrumentsName = "exchange_info.json";
 constexpr const char* quotesName = "ticks.ndjson";
+constexpr const char* accountName = "account.json";
 
 bool isFile(const fs::path& path) {
     std::error_code ignored;
@@ -75,6 +79,17 @@ bool complain(const std::string& what) {
     return false;
 }
 
+/// Colour belongs on terminals, unless their user wants none anywhere.
+bool wantsColourByItself() {
+    const char* const refusal = std::getenv("NO_COLOR");
+    return isatty(STDOUT_FILENO) == 1 && (!refusal || !*refusal);
+}
+
+bool readColour(const std::string& when, Options& options) {
+    options.wantsColour = when == "always" || (when == "auto" && wantsColourByItself());
+    return when == "always" || when == "never" || when == "auto";
+}
+
 bool readOne(Arguments& arguments, Options& options, std::string& folder) {
     const std::string name(arguments.name());
     for (const auto& [flag, variable] :
@@ -87,10 +102,14 @@ bool readOne(Arguments& arguments, Options& options, std::string& folder) {
     }
     for (const auto& [option, variable] :
          {std::pair("--instruments", &options.instrumentsFile), std::pair("--quotes", &options.quotesFile),
-          std::pair("--instrument", &options.instrument)}) {
+          std::pair("--account", &options.accountFile), std::pair("--instrument", &options.instrument)}) {
         if (name == option) {
             return arguments.takeValue(*variable) || complain(name + " needs a value");
         }
+    }
+    if (name == "--color") {
+        std::string when;
+        return (arguments.takeValue(when) && readColour(when, options)) || complain("--color is always, never or auto");
     }
     if (name.empty() || name.front() == '-') {
         return complain("there is no option \"" + name + '"');
@@ -106,6 +125,7 @@ bool readOne(Arguments& arguments, Options& options, std::string& folder) {
 
 std::optional<Options> readOptions(int argc, const char* const* argv) {
     Options options;
+    options.wantsColour = wantsColourByItself();
     std::string folder;
     Arguments arguments(argc, argv);
     while (arguments.next()) {
@@ -120,6 +140,10 @@ std::optional<Options> readOptions(int argc, const char* const* argv) {
     if (options.quotesFile.empty()) {
         options.quotesFile = (data / quotesName).string();
     }
+    // Quotes alone are worth a replay, too.
+    if (options.accountFile.empty() && isFile(data / accountName)) {
+        options.accountFile = (data / accountName).string();
+    }
     return options;
 }
 
@@ -128,16 +152,19 @@ const char* helpText() {
            "\n"
            "Replays recorded quotes of an exchange: fills models from what the server sent, watches\n"
            "their prices, finds prices off the instrument's tick, and types one into a price field.\n"
+           "Then it shows the account's message, arranges the columns as they were left, and orders.\n"
            "\n"
            "  --instruments FILE   the exchange's instruments, one JSON text\n"
            "  --quotes FILE        the quotes, one JSON text a line\n"
+           "  --account FILE       the account's message and columns, one JSON text\n"
            "  --instrument SYMBOL  this instrument alone\n"
            "  --json               the report as JSON\n"
+           "  --color=WHEN         always, never, or auto: on a terminal\n"
            "  --quiet              no messages about what is skipped, no progress\n"
            "  --help               this text\n"
            "\n"
-           "Without FILE, exchange_info.json and ticks.ndjson are taken from FOLDER, or from the\n"
-           "recorded data that comes with the sources.\n"
+           "Without FILE, exchange_info.json, ticks.ndjson and, if it is there, account.json are taken\n"
+           "from FOLDER, or from the recorded data that comes with the sources.\n"
            "\n"
            "What is damaged is named on the error output, counted and skipped. The exit status is 0\n"
            "when the files could be read, 1 when one could not, 2 for a wrong command line.\n";

@@ -128,12 +128,13 @@ std::string timeText(NSNumber* milliseconds) {
     return text.substr(0, text.find(" +"));
 }
 
-std::string textReport(const Session& session, const Problems& problems, const std::optional<PriceEntry>& entry) {
+std::string textReport(const Session& session, const Problems& problems, const std::optional<PriceEntry>& entry,
+                       const Desk& desk, bool isColoured) {
     std::string text = heading(session) + '\n' + instrumentTable(session) + '\n';
     if (entry) {
         text += entryText(*entry) + '\n';
     }
-    return text + skippedText(problems) + speedText(session);
+    return text + deskText(desk, isColoured) + skippedText(problems) + speedText(session);
 }
 
 } // namespace replay

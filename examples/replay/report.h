@@ -1,5 +1,6 @@
 #pragma once
 
+#include "desk.h"
 #include "price_entry.h"
 #include "session.h"
 
@@ -8,13 +9,13 @@
 
 namespace replay {
 
-/// The report for people.
+/// The report for people; in colour when the terminal wants it.
 [[nodiscard]] std::string textReport(const Session& session, const Problems& problems,
-                                     const std::optional<PriceEntry>& entry);
+                                     const std::optional<PriceEntry>& entry, const Desk& desk, bool isColoured);
 
 /// The same as one JSON text.
 [[nodiscard]] std::string jsonReport(const Session& session, const Problems& problems,
-                                     const std::optional<PriceEntry>& entry);
+                                     const std::optional<PriceEntry>& entry, const Desk& desk);
 
 /// Quotes handled in a second; 0 when there were none.
 [[nodiscard]] double quotesPerSecond(const Session& session);

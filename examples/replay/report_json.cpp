@@ -61,7 +61,8 @@ id entryObject(const std::optional<PriceEntry>& entry) {
 
 } // namespace
 
-std::string jsonReport(const Session& session, const Problems& problems, const std::optional<PriceEntry>& entry) {
+std::string jsonReport(const Session& session, const Problems& problems, const std::optional<PriceEntry>& entry,
+                       const Desk& desk) {
     const auto instruments = NSMutableArray::array();
     for (const auto& tracker : session.trackers()) {
         instruments->addObject(instrumentEntry(*tracker));
@@ -78,6 +79,7 @@ std::string jsonReport(const Session& session, const Problems& problems, const s
                                     {"quotesPerSecond"_ns, box(static_cast<std::uint64_t>(quotesPerSecond(session)))},
                                     {"instruments"_ns, instruments},
                                     {"typed"_ns, entryObject(entry)},
+                                    {"desk"_ns, deskObject(desk)},
                                     {"skipped"_ns, skipped}});
     return NSJSONSerialization::textWithObject(report, NSJSONWritingPrettyPrinted, nullptr) + '\n';
 }

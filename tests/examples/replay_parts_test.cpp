@@ -1,3 +1,5 @@
+#include "temporary_folder.h"
+
 #include <examples/replay/entry_lines.h>
 #include <examples/replay/price_text.h>
 #include <examples/replay/session.h>
@@ -24,22 +26,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-class ReplayParts : public testing::Test {
-  protected:
-    void SetUp() override {
-        std::string pattern = (fs::temp_directory_path() / "replay-XXXXXX").string();
-        ASSERT_TRUE(mkdtemp(pattern.data()));
-        m_folder = pattern;
-    }
-    void TearDown() override { fs::remove_all(m_folder); }
-
-    std::string write(const std::string& name, const std::string& content) {
-        std::ofstream(m_folder / name, std::ios::binary) << content;
-        return (m_folder / name).string();
-    }
-
-    fs::path m_folder;
-};
+class ReplayParts : public test::TemporaryFolder {};
 
 std::vector<Ref<Instrument>> instruments() {
     auto eth = make<Instrument>();
