@@ -2,6 +2,7 @@
 
 #include "elements.h"
 
+#include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
 
 #include <algorithm>

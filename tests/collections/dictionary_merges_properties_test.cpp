@@ -6,6 +6,7 @@
 #include <zrbasic/platform/foundation/number.h>
 #include <zrbasic/platform/foundation/string.h>
 
+#include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
 
 #include <cstdint>

@@ -6,6 +6,7 @@
 #include <zrbasic/collections/set_sequence.h>
 #include <zrbasic/platform/foundation/mutable_set.h>
 
+#include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
 
 #include <algorithm>

@@ -9,6 +9,7 @@
 
 #include "table_layout_testing.h"
 
+#include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
 #include <algorithm>
 #include <fstream>
