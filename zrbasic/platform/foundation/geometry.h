@@ -42,4 +42,45 @@ inline constexpr NSRect NSZeroRect{};
     return {{x, y}, {width, height}};
 }
 
+[[nodiscard]] constexpr double NSMinX(NSRect rect) {
+    return rect.origin.x;
+}
+[[nodiscard]] constexpr double NSMinY(NSRect rect) {
+    return rect.origin.y;
+}
+[[nodiscard]] constexpr double NSMaxX(NSRect rect) {
+    return rect.origin.x + rect.size.width;
+}
+[[nodiscard]] constexpr double NSMaxY(NSRect rect) {
+    return rect.origin.y + rect.size.height;
+}
+
+/// `rect` with `dx` points less on the left and on the right, and `dy` less at the top and at the bottom. Nothing is
+/// clamped: too little room gives a negative extent.
+[[nodiscard]] constexpr NSRect NSInsetRect(NSRect rect, double dx, double dy) {
+    return {{rect.origin.x + dx, rect.origin.y + dy}, {rect.size.width - 2 * dx, rect.size.height - 2 * dy}};
+}
+
+/// Whether there is nothing in it; negative extents and those that are not numbers count as nothing.
+[[nodiscard]] constexpr bool NSIsEmptyRect(NSRect rect) {
+    return !(rect.size.width > 0 && rect.size.height > 0);
+}
+
+/// What both have in common; the zero rectangle when that is nothing.
+[[nodiscard]] constexpr NSRect NSIntersectionRect(NSRect a, NSRect b) {
+    const double left = NSMinX(a) > NSMinX(b) ? NSMinX(a) : NSMinX(b);
+    const double bottom = NSMinY(a) > NSMinY(b) ? NSMinY(a) : NSMinY(b);
+    const double right = NSMaxX(a) < NSMaxX(b) ? NSMaxX(a) : NSMaxX(b);
+    const double top = NSMaxY(a) < NSMaxY(b) ? NSMaxY(a) : NSMaxY(b);
+    return right > left && top > bottom ? NSRect{{left, bottom}, {right - left, top - bottom}} : NSRect{};
+}
+
+/// Whether a pointer at `point` is over `rect`: of two rectangles that touch it is over one only. `isFlipped` says that
+/// y grows downwards, so that it is the row of pixels at the top that counts as inside either way.
+[[nodiscard]] constexpr bool NSMouseInRect(NSPoint point, NSRect rect, bool isFlipped) {
+    const bool isBetween = isFlipped ? point.y >= NSMinY(rect) && point.y < NSMaxY(rect)
+                                     : point.y > NSMinY(rect) && point.y <= NSMaxY(rect);
+    return point.x >= NSMinX(rect) && point.x < NSMaxX(rect) && isBetween;
+}
+
 } // namespace zr
