@@ -1,0 +1,414 @@
+#include <zrbasic/platform/appkit/view.h>
+
+#include <zrbasic/platform/appkit/cursor.h>
+#include <zrbasic/platform/appkit/event.h>
+#include <zrbasic/platform/appkit/layer.h>
+#include <zrbasic/platform/appkit/tracking_area.h>
+#include <zrbasic/platform/foundation/string.h>
+#include <zrbasic/platform/runtime/exception.h>
+#include <zrbasic/platform/runtime/message.h>
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+namespace zr {
+namespace {
+
+std::size_t indexOf(NSLayoutConstraintOrientation orientation) {
+    return orientation == NSLayoutConstraintOrientationVertical ? 1 : 0;
+}
+
+/// The smallest rectangle around two opposite corners, which change places where y turns around.
+NSRect rectAround(NSPoint a, NSPoint b) {
+    return {{std::min(a.x, b.x), std::min(a.y, b.y)}, {std::abs(b.x - a.x), std::abs(b.y - a.y)}};
+}
+
+} // namespace
+
+ZR_DEFINE_CLASS(NSView) {
+    is.method<&NSView::initWithFrame>("initWithFrame:");
+    is.method<&NSView::frame>("frame");
+    is.method<&NSView::setFrame>("setFrame:");
+    is.method<&NSView::setFrameOrigin>("setFrameOrigin:");
+    is.method<&NSView::setFrameSize>("setFrameSize:");
+    is.method<&NSView::bounds>("bounds");
+    is.method<&NSView::setBoundsOrigin>("setBoundsOrigin:");
+    is.method<&NSView::isFlipped>("isFlipped");
+    is.method<&NSView::superview>("superview");
+    is.method<&NSView::subviews>("subviews");
+    is.method<&NSView::addSubview>("addSubview:");
+    is.method<&NSView::addSubview_positioned_relativeTo>("addSubview:positioned:relativeTo:");
+    is.method<&NSView::removeFromSuperview>("removeFromSuperview");
+    is.method<&NSView::isDescendantOf>("isDescendantOf:");
+    is.method<&NSView::viewWithTag>("viewWithTag:");
+    is.method<&NSView::viewWillMoveToSuperview>("viewWillMoveToSuperview:");
+    is.method<&NSView::viewDidMoveToSuperview>("viewDidMoveToSuperview");
+    is.method<&NSView::acceptsFirstMouse>("acceptsFirstMouse:");
+    is.method<&NSView::hitTest>("hitTest:");
+    is.method<&NSView::convertPoint_toView>("convertPoint:toView:");
+    is.method<&NSView::convertPoint_fromView>("convertPoint:fromView:");
+    is.method<&NSView::convertRect_toView>("convertRect:toView:");
+    is.method<&NSView::convertRect_fromView>("convertRect:fromView:");
+    is.method<&NSView::isHidden>("isHidden");
+    is.method<&NSView::setHidden>("setHidden:");
+    is.method<&NSView::isHiddenOrHasHiddenAncestor>("isHiddenOrHasHiddenAncestor");
+    is.method<&NSView::alphaValue>("alphaValue");
+    is.method<&NSView::setAlphaValue>("setAlphaValue:");
+    is.method<&NSView::wantsLayer>("wantsLayer");
+    is.method<&NSView::setWantsLayer>("setWantsLayer:");
+    is.method<&NSView::layer>("layer");
+    is.method<&NSView::needsDisplay>("needsDisplay");
+    is.method<&NSView::setNeedsDisplay>("setNeedsDisplay:");
+    is.method<&NSView::drawRect>("drawRect:");
+    is.method<&NSView::trackingAreas>("trackingAreas");
+    is.method<&NSView::addTrackingArea>("addTrackingArea:");
+    is.method<&NSView::removeTrackingArea>("removeTrackingArea:");
+    is.method<&NSView::updateTrackingAreas>("updateTrackingAreas");
+    is.method<&NSView::resetCursorRects>("resetCursorRects");
+    is.method<&NSView::addCursorRect_cursor>("addCursorRect:cursor:");
+    is.method<&NSView::discardCursorRects>("discardCursorRects");
+    is.method<&NSView::intrinsicContentSize>("intrinsicContentSize");
+    is.method<&NSView::invalidateIntrinsicContentSize>("invalidateIntrinsicContentSize");
+    is.method<&NSView::contentHuggingPriorityForOrientation>("contentHuggingPriorityForOrientation:");
+    is.method<&NSView::setContentHuggingPriority_forOrientation>("setContentHuggingPriority:forOrientation:");
+    is.method<&NSView::contentCompressionResistancePriorityForOrientation>(
+        "contentCompressionResistancePriorityForOrientation:");
+    is.method<&NSView::setContentCompressionResistancePriority_forOrientation>(
+        "setContentCompressionResistancePriority:forOrientation:");
+    is.method<&NSView::tag>("tag");
+    is.method<&NSView::identifier>("identifier");
+    is.method<&NSView::setIdentifier>("setIdentifier:");
+    is.method<&NSView::toolTip>("toolTip");
+    is.method<&NSView::setToolTip>("setToolTip:");
+    is.method<&NSView::focusRingType>("focusRingType");
+    is.method<&NSView::setFocusRingType>("setFocusRingType:");
+}
+
+NSView::NSView() = default;
+
+NSView::~NSView() {
+    for (const Ref<NSView>& view : m_subviews) {
+        view->m_superview = nullptr;
+    }
+}
+
+id NSView::init() {
+    return initWithFrame(NSZeroRect);
+}
+
+id NSView::initWithFrame(NSRect frame) {
+    m_frame = frame;
+    return id(this);
+}
+
+void NSView::setFrame(NSRect frame) {
+    setFrameOrigin(frame.origin);
+    setFrameSize(frame.size);
+}
+
+void NSView::setFrameOrigin(NSPoint origin) {
+    if (m_frame.origin == origin) {
+        return;
+    }
+    m_frame.origin = origin;
+    if (m_superview) {
+        send<void>(m_superview, "setNeedsDisplay:"_sel, true);
+    }
+}
+
+void NSView::setFrameSize(NSSize size) {
+    if (m_frame.size != size) {
+        m_frame.size = size;
+        geometryChanged();
+    }
+}
+
+void NSView::setBoundsOrigin(NSPoint origin) {
+    if (m_boundsOrigin != origin) {
+        m_boundsOrigin = origin;
+        geometryChanged();
+    }
+}
+
+// What depends on the bounds is done by message, so that a class or an object may see to its own.
+void NSView::geometryChanged() {
+    send<void>(this, "setNeedsDisplay:"_sel, true);
+    send<void>(this, "updateTrackingAreas"_sel);
+    discardCursorRects();
+    send<void>(this, "resetCursorRects"_sel);
+}
+
+bool NSView::isFlipped() const {
+    return false;
+}
+
+Ref<NSArray> NSView::subviews() const {
+    return NSArray::fromElements(std::vector<id>(m_subviews.begin(), m_subviews.end()));
+}
+
+void NSView::addSubview(NSView* view) {
+    addSubview_positioned_relativeTo(view, NSWindowAbove, nullptr);
+}
+
+void NSView::addSubview_positioned_relativeTo(NSView* view, NSWindowOrderingMode place, NSView* sibling) {
+    if (!view) {
+        return;
+    }
+    if (isDescendantOf(view)) {
+        NSException::raise(NSInvalidArgumentException,
+                           "-[NSView addSubview:positioned:relativeTo:]: a view cannot lie in itself");
+    }
+    const Ref<NSView> kept(view);
+    const Ref<NSView> self(this);
+    send<void>(view, "viewWillMoveToSuperview:"_sel, this);
+    // Whoever was told may have moved views about.
+    if (isDescendantOf(view)) {
+        return;
+    }
+    view->detach();
+    const auto found = std::find(m_subviews.begin(), m_subviews.end(), sibling);
+    const bool isBelow = place == NSWindowBelow;
+    auto position = isBelow ? m_subviews.begin() : m_subviews.end();
+    if (found != m_subviews.end()) {
+        position = isBelow ? found : std::next(found);
+    }
+    m_subviews.insert(position, kept);
+    view->m_superview = this;
+    send<void>(view, "viewDidMoveToSuperview"_sel);
+    send<void>(this, "setNeedsDisplay:"_sel, true);
+}
+
+void NSView::removeFromSuperview() {
+    if (!m_superview) {
+        return;
+    }
+    const Ref<NSView> self(this);
+    send<void>(this, "viewWillMoveToSuperview:"_sel, nullptr);
+    detach();
+    send<void>(this, "viewDidMoveToSuperview"_sel);
+}
+
+void NSView::detach() {
+    NSView* const superview = std::exchange(m_superview, nullptr);
+    if (!superview) {
+        return;
+    }
+    std::erase(superview->m_subviews, this);
+    send<void>(superview, "setNeedsDisplay:"_sel, true);
+}
+
+bool NSView::isDescendantOf(NSView* view) const {
+    for (const NSView* ancestor = this; ancestor; ancestor = ancestor->m_superview) {
+        if (ancestor == view) {
+            return true;
+        }
+    }
+    return false;
+}
+
+Ref<NSView> NSView::viewWithTag(NSInteger tag) {
+    if (this->tag() == tag) {
+        return Ref<NSView>(this);
+    }
+    for (const Ref<NSView>& view : m_subviews) {
+        if (Ref<NSView> found = view->viewWithTag(tag)) {
+            return found;
+        }
+    }
+    return nullptr;
+}
+
+void NSView::viewWillMoveToSuperview(NSView*) {}
+
+void NSView::viewDidMoveToSuperview() {}
+
+Ref<NSResponder> NSView::nextResponder() const {
+    return m_hasOwnNextResponder ? NSResponder::nextResponder() : Ref<NSResponder>(m_superview);
+}
+
+void NSView::setNextResponder(NSResponder* responder) {
+    m_hasOwnNextResponder = responder != nullptr;
+    NSResponder::setNextResponder(responder);
+}
+
+bool NSView::acceptsFirstMouse(NSEvent*) {
+    return false;
+}
+
+Ref<NSView> NSView::hitTest(NSPoint point) {
+    const bool isUpsideDown = m_superview && m_superview->isFlipped();
+    if (m_isHidden || !NSMouseInRect(point, m_frame, isUpsideDown)) {
+        return nullptr;
+    }
+    const NSPoint inside = fromSuperview(point);
+    // A copy, because a view that is asked may run anybody's code.
+    const std::vector<Ref<NSView>> views = m_subviews;
+    for (auto view = views.rbegin(); view != views.rend(); ++view) {
+        if (Ref<NSView> hit = send<Ref<NSView>>(*view, "hitTest:"_sel, inside)) {
+            return hit;
+        }
+    }
+    return Ref<NSView>(this);
+}
+
+NSPoint NSView::toSuperview(NSPoint point) const {
+    const bool isUpsideDown = m_superview && m_superview->isFlipped();
+    const double dy = point.y - m_boundsOrigin.y;
+    return {m_frame.origin.x + point.x - m_boundsOrigin.x,
+            isFlipped() == isUpsideDown ? m_frame.origin.y + dy : m_frame.origin.y + m_frame.size.height - dy};
+}
+
+NSPoint NSView::fromSuperview(NSPoint point) const {
+    const bool isUpsideDown = m_superview && m_superview->isFlipped();
+    const double dy =
+        isFlipped() == isUpsideDown ? point.y - m_frame.origin.y : m_frame.origin.y + m_frame.size.height - point.y;
+    return {m_boundsOrigin.x + point.x - m_frame.origin.x, m_boundsOrigin.y + dy};
+}
+
+NSPoint NSView::fromOutermost(NSPoint point) const {
+    std::vector<const NSView*> way;
+    for (const NSView* view = this; view; view = view->m_superview) {
+        way.push_back(view);
+    }
+    for (auto step = way.rbegin(); step != way.rend(); ++step) {
+        point = (*step)->fromSuperview(point);
+    }
+    return point;
+}
+
+NSPoint NSView::convertPoint_toView(NSPoint point, NSView* view) const {
+    // The way up and down again would not change the point, but for rounding.
+    if (view == this) {
+        return point;
+    }
+    for (const NSView* ancestor = this; ancestor; ancestor = ancestor->m_superview) {
+        point = ancestor->toSuperview(point);
+    }
+    return view ? view->fromOutermost(point) : point;
+}
+
+NSPoint NSView::convertPoint_fromView(NSPoint point, NSView* view) const {
+    return view ? view->convertPoint_toView(point, const_cast<NSView*>(this)) : fromOutermost(point);
+}
+
+NSRect NSView::convertRect_toView(NSRect rect, NSView* view) const {
+    return rectAround(convertPoint_toView(rect.origin, view), convertPoint_toView({NSMaxX(rect), NSMaxY(rect)}, view));
+}
+
+NSRect NSView::convertRect_fromView(NSRect rect, NSView* view) const {
+    return rectAround(convertPoint_fromView(rect.origin, view),
+                      convertPoint_fromView({NSMaxX(rect), NSMaxY(rect)}, view));
+}
+
+void NSView::setHidden(bool hidden) {
+    if (m_isHidden == hidden) {
+        return;
+    }
+    m_isHidden = hidden;
+    if (m_superview) {
+        send<void>(m_superview, "setNeedsDisplay:"_sel, true);
+    }
+}
+
+bool NSView::isHiddenOrHasHiddenAncestor() const {
+    for (const NSView* view = this; view; view = view->m_superview) {
+        if (view->m_isHidden) {
+            return true;
+        }
+    }
+    return false;
+}
+
+void NSView::setAlphaValue(double alpha) {
+    m_alphaValue = std::isnan(alpha) ? 1 : std::clamp(alpha, 0.0, 1.0);
+    send<void>(this, "setNeedsDisplay:"_sel, true);
+}
+
+void NSView::setWantsLayer(bool wants) {
+    if (wants == wantsLayer()) {
+        return;
+    }
+    m_layer = wants ? make<CALayer>() : nullptr;
+    if (m_layer) {
+        m_layer->setDelegate(this);
+    }
+    send<void>(this, "setNeedsDisplay:"_sel, true);
+}
+
+Ref<CALayer> NSView::layer() const {
+    return m_layer;
+}
+
+void NSView::setNeedsDisplay(bool needs) {
+    m_needsDisplay = needs;
+}
+
+void NSView::drawRect(NSRect) {}
+
+Ref<NSArray> NSView::trackingAreas() const {
+    return NSArray::fromElements(std::vector<id>(m_trackingAreas.begin(), m_trackingAreas.end()));
+}
+
+void NSView::addTrackingArea(NSTrackingArea* area) {
+    if (area && std::find(m_trackingAreas.begin(), m_trackingAreas.end(), area) == m_trackingAreas.end()) {
+        m_trackingAreas.push_back(Ref<NSTrackingArea>(area));
+    }
+}
+
+void NSView::removeTrackingArea(NSTrackingArea* area) {
+    std::erase(m_trackingAreas, area);
+}
+
+void NSView::updateTrackingAreas() {}
+
+void NSView::resetCursorRects() {}
+
+void NSView::addCursorRect_cursor(NSRect rect, NSCursor* cursor) {
+    if (cursor && !NSIsEmptyRect(rect)) {
+        m_cursorRects.push_back({rect, Ref<NSCursor>(cursor)});
+    }
+}
+
+void NSView::discardCursorRects() {
+    m_cursorRects.clear();
+}
+
+NSSize NSView::intrinsicContentSize() const {
+    return {NSViewNoIntrinsicMetric, NSViewNoIntrinsicMetric};
+}
+
+void NSView::invalidateIntrinsicContentSize() {}
+
+NSLayoutPriority NSView::contentHuggingPriorityForOrientation(NSLayoutConstraintOrientation orientation) const {
+    return m_hugging[indexOf(orientation)];
+}
+
+void NSView::setContentHuggingPriority_forOrientation(NSLayoutPriority priority,
+                                                      NSLayoutConstraintOrientation orientation) {
+    m_hugging[indexOf(orientation)] = priority;
+}
+
+NSLayoutPriority NSView::contentCompressionResistancePriorityForOrientation(
+    NSLayoutConstraintOrientation orientation) const {
+    return m_resistance[indexOf(orientation)];
+}
+
+void NSView::setContentCompressionResistancePriority_forOrientation(NSLayoutPriority priority,
+                                                                    NSLayoutConstraintOrientation orientation) {
+    m_resistance[indexOf(orientation)] = priority;
+}
+
+NSInteger NSView::tag() const {
+    return 0;
+}
+
+void NSView::setIdentifier(NSString* identifier) {
+    m_identifier = identifier ? Ref<NSString>(cast<NSString>(identifier->copy())) : nullptr;
+}
+
+void NSView::setToolTip(NSString* toolTip) {
+    m_toolTip = toolTip ? Ref<NSString>(cast<NSString>(toolTip->copy())) : nullptr;
+}
+
+} // namespace zr

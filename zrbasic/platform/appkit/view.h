@@ -1,0 +1,197 @@
+#pragma once
+
+#include <zrbasic/platform/appkit/responder.h>
+#include <zrbasic/platform/foundation/array.h>
+#include <zrbasic/platform/foundation/geometry.h>
+
+#include <vector>
+
+namespace zr {
+
+class CALayer;
+class NSCursor;
+class NSTrackingArea;
+class NSView;
+
+/// Where a subview goes among its siblings.
+enum NSWindowOrderingMode : NSInteger {
+    NSWindowBelow = -1,
+    NSWindowOut = 0,
+    NSWindowAbove = 1,
+};
+
+/// How a view shows that it has the keyboard.
+enum NSFocusRingType : NSUInteger {
+    NSFocusRingTypeDefault = 0,
+    NSFocusRingTypeNone = 1,
+    NSFocusRingTypeExterior = 2,
+};
+
+enum NSLayoutConstraintOrientation : NSInteger {
+    NSLayoutConstraintOrientationHorizontal = 0,
+    NSLayoutConstraintOrientationVertical = 1,
+};
+
+/// From 1 to 1000, which cannot be overruled.
+using NSLayoutPriority = float;
+
+inline constexpr NSLayoutPriority NSLayoutPriorityRequired = 1000;
+inline constexpr NSLayoutPriority NSLayoutPriorityDefaultHigh = 750;
+inline constexpr NSLayoutPriority NSLayoutPriorityDefaultLow = 250;
+
+/// An extent that a view does not have of itself.
+inline constexpr double NSViewNoIntrinsicMetric = -1;
+
+/// A cursor that shows over a part of a view.
+struct CursorRect {
+    NSRect rect;
+    Ref<NSCursor> cursor;
+};
+
+/// A rectangle in a tree of rectangles: draws itself and is handed the events over it.
+///
+/// Its frame lies in the superview's coordinates, its bounds are the same extent in its own. The origin is at the lower
+/// left, or at the upper left where `isFlipped` says so; that of the outermost view's superview, which is none, at the
+/// lower left. Coordinates are kept exactly as they are set.
+///
+/// A view keeps its subviews and not its superview. Main thread only.
+class ZR_EXPORT NSView : public NSResponder {
+    ZR_DECLARE_CLASS(NSView, NSResponder)
+  public:
+    NSView();
+    ~NSView() override;
+
+    /// With the zero frame.
+    id init() override;
+    virtual id initWithFrame(NSRect frame);
+
+    [[nodiscard]] NSRect frame() const { return m_frame; }
+    virtual void setFrame(NSRect frame);
+    virtual void setFrameOrigin(NSPoint origin);
+    virtual void setFrameSize(NSSize size);
+    /// The extent is the frame's; the origin is the zero point unless set.
+    [[nodiscard]] NSRect bounds() const { return {m_boundsOrigin, m_frame.size}; }
+    virtual void setBoundsOrigin(NSPoint origin);
+    /// Whether y grows downwards; false unless overridden.
+    [[nodiscard]] virtual bool isFlipped() const;
+
+    /// Null for the outermost view.
+    [[nodiscard]] Ref<NSView> superview() const { return Ref<NSView>(m_superview); }
+    /// From the one at the back to the one at the front; a list of the moment. Never null.
+    [[nodiscard]] Ref<NSArray> subviews() const;
+    /// Puts the view in front of its siblings; it leaves the superview that it had. Null does nothing, and a view that
+    /// the receiver lies in raises `NSInvalidArgumentException`.
+    virtual void addSubview(NSView* view);
+    /// In front of or behind `sibling`, or all of them for null and for one that is no subview.
+    virtual void addSubview_positioned_relativeTo(NSView* view, NSWindowOrderingMode place, NSView* sibling);
+    virtual void removeFromSuperview();
+    /// Whether it is `view` or lies in it, however deep; false for null.
+    [[nodiscard]] bool isDescendantOf(NSView* view) const;
+    /// The first view of that tag in the tree, the receiver included; null when there is none.
+    [[nodiscard]] Ref<NSView> viewWithTag(NSInteger tag);
+
+    /// Told about its new superview before and after; null when it is taken out.
+    virtual void viewWillMoveToSuperview(NSView* superview);
+    virtual void viewDidMoveToSuperview();
+
+    /// The superview, unless another was set.
+    [[nodiscard]] Ref<NSResponder> nextResponder() const override;
+    void setNextResponder(NSResponder* responder) override;
+    /// Whether the click that activates its window also counts for the view; false unless overridden.
+    [[nodiscard]] virtual bool acceptsFirstMouse(NSEvent* event);
+
+    /// The frontmost view under `point`, which is in the superview's coordinates; null when it is not over the receiver
+    /// or that is hidden.
+    [[nodiscard]] virtual Ref<NSView> hitTest(NSPoint point);
+    /// From the receiver's coordinates to those of another view in the same tree, and back; null stands for those of
+    /// the outermost view's superview. Between trees the result has no meaning.
+    [[nodiscard]] NSPoint convertPoint_toView(NSPoint point, NSView* view) const;
+    [[nodiscard]] NSPoint convertPoint_fromView(NSPoint point, NSView* view) const;
+    [[nodiscard]] NSRect convertRect_toView(NSRect rect, NSView* view) const;
+    [[nodiscard]] NSRect convertRect_fromView(NSRect rect, NSView* view) const;
+
+    [[nodiscard]] bool isHidden() const { return m_isHidden; }
+    virtual void setHidden(bool hidden);
+    /// Whether it, or a view that it lies in, is hidden.
+    [[nodiscard]] bool isHiddenOrHasHiddenAncestor() const;
+    [[nodiscard]] double alphaValue() const { return m_alphaValue; }
+    /// From 0 to 1; anything beyond is clamped, and what is not a number is 1.
+    void setAlphaValue(double alpha);
+
+    [[nodiscard]] bool wantsLayer() const { return m_layer != nullptr; }
+    /// Makes a layer, or takes it away.
+    void setWantsLayer(bool wants);
+    /// Null without one.
+    [[nodiscard]] Ref<CALayer> layer() const;
+
+    /// Whether it is to be drawn again; true for a fresh view.
+    [[nodiscard]] bool needsDisplay() const { return m_needsDisplay; }
+    virtual void setNeedsDisplay(bool needs);
+    /// Draws the view; nothing unless overridden. Called by whoever draws, with the part that must be drawn.
+    virtual void drawRect(NSRect dirtyRect);
+
+    [[nodiscard]] Ref<NSArray> trackingAreas() const;
+    /// Null, and one that is there already, do nothing.
+    void addTrackingArea(NSTrackingArea* area);
+    /// Null, and one that is not there, do nothing.
+    void removeTrackingArea(NSTrackingArea* area);
+    /// Called when the bounds have changed; for views whose areas depend on them.
+    virtual void updateTrackingAreas();
+
+    /// Called when cursor rectangles must be set up anew; the old ones are gone by then.
+    virtual void resetCursorRects();
+    /// Null, and an empty rectangle, do nothing.
+    void addCursorRect_cursor(NSRect rect, NSCursor* cursor);
+    void discardCursorRects();
+    [[nodiscard]] const std::vector<CursorRect>& cursorRects() const { return m_cursorRects; }
+
+    /// The natural extent, `NSViewNoIntrinsicMetric` where there is none.
+    [[nodiscard]] virtual NSSize intrinsicContentSize() const;
+    virtual void invalidateIntrinsicContentSize();
+    /// How hard the view resists being made larger, 250 at first, or smaller than its natural extent, 750 at first.
+    [[nodiscard]] NSLayoutPriority contentHuggingPriorityForOrientation(
+        NSLayoutConstraintOrientation orientation) const;
+    void setContentHuggingPriority_forOrientation(NSLayoutPriority priority, NSLayoutConstraintOrientation orientation);
+    [[nodiscard]] NSLayoutPriority contentCompressionResistancePriorityForOrientation(
+        NSLayoutConstraintOrientation orientation) const;
+    void setContentCompressionResistancePriority_forOrientation(NSLayoutPriority priority,
+                                                                NSLayoutConstraintOrientation orientation);
+
+    /// 0 unless overridden.
+    [[nodiscard]] virtual NSInteger tag() const;
+    /// What the view is known by; null at first. Copied when set.
+    [[nodiscard]] Ref<NSString> identifier() const { return m_identifier; }
+    void setIdentifier(NSString* identifier);
+    [[nodiscard]] Ref<NSString> toolTip() const { return m_toolTip; }
+    void setToolTip(NSString* toolTip);
+    [[nodiscard]] NSFocusRingType focusRingType() const { return m_focusRingType; }
+    void setFocusRingType(NSFocusRingType type) { m_focusRingType = type; }
+
+  private:
+    /// From the view's coordinates to its superview's, and back.
+    [[nodiscard]] NSPoint toSuperview(NSPoint point) const;
+    [[nodiscard]] NSPoint fromSuperview(NSPoint point) const;
+    /// From the coordinates around the outermost view.
+    [[nodiscard]] NSPoint fromOutermost(NSPoint point) const;
+    void geometryChanged();
+    void detach();
+
+    NSRect m_frame;
+    NSPoint m_boundsOrigin;
+    NSView* m_superview = nullptr;
+    std::vector<Ref<NSView>> m_subviews;
+    bool m_hasOwnNextResponder = false;
+    bool m_isHidden = false;
+    bool m_needsDisplay = true;
+    double m_alphaValue = 1;
+    Ref<CALayer> m_layer;
+    std::vector<Ref<NSTrackingArea>> m_trackingAreas;
+    std::vector<CursorRect> m_cursorRects;
+    NSLayoutPriority m_hugging[2] = {NSLayoutPriorityDefaultLow, NSLayoutPriorityDefaultLow};
+    NSLayoutPriority m_resistance[2] = {NSLayoutPriorityDefaultHigh, NSLayoutPriorityDefaultHigh};
+    Ref<NSString> m_identifier;
+    Ref<NSString> m_toolTip;
+    NSFocusRingType m_focusRingType = NSFocusRingTypeDefault;
+};
+
+} // namespace zr
