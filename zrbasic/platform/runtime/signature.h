@@ -133,7 +133,11 @@ constexpr const char* typeEncoding() {
     } else if constexpr (isFunction<std::remove_cvref_t<T>>) {
         return "@?";
     } else if constexpr (std::is_pointer_v<T>) {
-        return isRef<std::remove_pointer_t<T>> ? "^@" : "^v";
+        using Pointed = std::remove_pointer_t<T>;
+        if constexpr (std::is_class_v<Pointed>) {
+            static_assert(sizeof(Pointed) > 0, "include the header of a class whose objects an operation takes");
+        }
+        return isRef<Pointed> ? "^@" : "^v";
     } else {
         return "{?}";
     }
