@@ -7,10 +7,11 @@
 
 #include "../foundation/checks.h"
 
+#include <tests/vectors/vectors.h>
+
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
 #include <cmath>
-#include <fstream>
 #include <limits>
 #include <numeric>
 #include <sstream>
@@ -347,25 +348,17 @@ Ref<NSString> unescaped(const std::string& written) {
 }
 
 TEST(ColorText, agreesWithAnIndependentReader) {
-    std::ifstream file(ZR_TEST_VECTORS_DIR "/color_vectors.txt");
-    ASSERT_TRUE(file.is_open());
-    int rows = 0;
-    for (std::string line; std::getline(file, line); ++rows) {
+    const auto rows = test::vectorRows("color", '\t');
+    for (const auto& [line, field] : rows) {
         SCOPED_TRACE(line);
-        std::vector<std::string> field;
-        std::istringstream cells(line);
-        for (std::string cell; std::getline(cells, cell, '\t');) {
-            field.push_back(cell);
-        }
-        // The last field of the first row is empty.
-        field.resize(6);
+        ASSERT_EQ(field.size(), 6U);
         const Ref<NSString> written = unescaped(field[0]);
         EXPECT_EQ(colorOf(written), field[1] == "-" ? "null" : field[1]);
         EXPECT_EQ(colorAlpha(written), std::stod(field[2]));
         EXPECT_TRUE(colorStringWithOutAlpha(written)->isEqual(unescaped(field[3])));
         EXPECT_TRUE(colorStringAppendAlpha(written, std::stod(field[4]))->isEqual(unescaped(field[5])));
     }
-    EXPECT_GE(rows, 1000);
+    EXPECT_GE(rows.size(), 1000U);
 }
 
 RC_GTEST_PROP(ColorText, isReadBackAsItWasWritten, (std::uint32_t number)) {

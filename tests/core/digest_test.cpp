@@ -6,9 +6,9 @@
 #include <zrbasic/platform/foundation/number.h>
 #include <zrbasic/platform/runtime/message.h>
 
+#include <tests/vectors/vectors.h>
+
 #include <gtest/gtest.h>
-#include <fstream>
-#include <sstream>
 #include <string>
 #include <vector>
 
@@ -100,30 +100,18 @@ TEST(Digests, answerMessages) {
     EXPECT_FALSE(box(1)->respondsToSelector("MD5Hash"_sel));
 }
 
-std::string bytesOfHex(const std::string& digits) {
-    std::string bytes;
-    for (std::size_t i = 0; i < digits.size(); i += 2)
-        bytes += static_cast<char>(std::stoi(digits.substr(i, 2), nullptr, 16));
-    return bytes;
-}
-
 TEST(Digests, agreeWithTheVectors) {
-    std::ifstream file(ZR_TEST_VECTORS_DIR "/digest_vectors.txt");
     std::size_t plainCount = 0;
     std::size_t keyedCount = 0;
-    for (std::string line; std::getline(file, line);) {
+    for (const auto& [line, fields] : test::vectorRows("digest")) {
         SCOPED_TRACE(line);
-        std::vector<std::string> fields;
-        std::istringstream stream(line);
-        for (std::string field; std::getline(stream, field, '|');)
-            fields.push_back(field);
-        const Ref<NSString> text = NSString::fromUtf8(bytesOfHex(fields[fields.size() - 2]));
+        const Ref<NSString> text = NSString::fromUtf8(test::bytesOfHex(fields[fields.size() - 2]));
         if (fields[0] == "md5") {
             ++plainCount;
             ASSERT_EQ(MD5Hash(text)->lowercaseString()->utf8(), fields[2]);
         } else {
             ++keyedCount;
-            ASSERT_EQ(keyed(text, NSString::fromUtf8(bytesOfHex(fields[1]))), fields[3]);
+            ASSERT_EQ(keyed(text, NSString::fromUtf8(test::bytesOfHex(fields[1]))), fields[3]);
         }
     }
     EXPECT_GT(plainCount, 200U);

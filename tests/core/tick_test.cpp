@@ -10,11 +10,11 @@
 #include <zrbasic/platform/runtime/exception.h>
 #include <zrbasic/platform/runtime/message.h>
 
+#include <tests/vectors/vectors.h>
+
 #include <gtest/gtest.h>
 
-#include <fstream>
 #include <limits>
-#include <sstream>
 #include <string>
 #include <vector>
 
@@ -35,16 +35,9 @@ std::string rounded(NSNumber* number, NSNumber* tick, NSUInteger mode) {
 }
 
 TEST(TickVectors, agreeWithAnIndependentImplementation) {
-    std::ifstream file(ZR_TEST_VECTORS_DIR "/tick_vectors.txt");
-    ASSERT_TRUE(file.is_open());
-    int rows = 0;
-    for (std::string line; std::getline(file, line); ++rows) {
+    const auto rows = test::vectorRows("tick");
+    for (const auto& [line, field] : rows) {
         SCOPED_TRACE(line);
-        std::vector<std::string> field;
-        std::istringstream cells(line);
-        for (std::string cell; std::getline(cells, cell, '|');) {
-            field.push_back(cell);
-        }
         ASSERT_EQ(field.size(), 6u);
         const Ref<NSDecimalNumber> number = decimal(field[0]);
         const Ref<NSDecimalNumber> tick = decimal(field[1]);
@@ -53,7 +46,7 @@ TEST(TickVectors, agreeWithAnIndependentImplementation) {
         EXPECT_EQ(result.get() == number.get(), field[4] == "1");
         EXPECT_EQ(roundMatchWithTick(number, tick), field[5] == "1");
     }
-    EXPECT_GE(rows, 2000);
+    EXPECT_GE(rows.size(), 2000U);
 }
 
 TEST(TickRounding, goesToTheNearestMultipleHalvesAwayFromZero) {

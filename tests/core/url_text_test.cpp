@@ -5,9 +5,10 @@
 #include <zrbasic/platform/foundation/number.h>
 #include <zrbasic/platform/runtime/message.h>
 
+#include <tests/vectors/vectors.h>
+
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
-#include <fstream>
 #include <string>
 
 namespace zr {
@@ -89,24 +90,15 @@ TEST(URLText, answersMessages) {
     EXPECT_FALSE(box(1)->respondsToSelector("urlEncode"_sel));
 }
 
-std::string bytesOfHex(const std::string& hex) {
-    std::string bytes;
-    for (std::size_t i = 0; i < hex.size(); i += 2)
-        bytes += static_cast<char>(std::stoi(hex.substr(i, 2), nullptr, 16));
-    return bytes;
-}
-
 TEST(URLText, agreesWithTheVectors) {
-    std::ifstream file(ZR_TEST_VECTORS_DIR "/url_text_vectors.txt");
     std::size_t encodings = 0;
     std::size_t decodings = 0;
-    for (std::string line; std::getline(file, line);) {
+    for (const auto& [line, fields] : test::vectorRows("url_text")) {
         SCOPED_TRACE(line);
-        const std::size_t first = line.find('|');
-        const std::size_t second = line.find('|', first + 1);
-        const std::string kind = line.substr(0, first);
-        const Ref<NSString> given = NSString::fromUtf8(bytesOfHex(line.substr(first + 1, second - first - 1)));
-        const std::string expected = line.substr(second + 1);
+        ASSERT_EQ(fields.size(), 3U);
+        const std::string& kind = fields[0];
+        const Ref<NSString> given = NSString::fromUtf8(test::bytesOfHex(fields[1]));
+        const std::string& expected = fields[2];
         if (kind == "encode") {
             ++encodings;
             ASSERT_EQ(urlEncode(given)->utf8(), expected);
@@ -115,7 +107,7 @@ TEST(URLText, agreesWithTheVectors) {
             ASSERT_EQ(text(urlDecode(given)), "null");
         } else {
             ++decodings;
-            ASSERT_EQ(text(urlDecode(given)), '\'' + bytesOfHex(expected) + '\'');
+            ASSERT_EQ(text(urlDecode(given)), '\'' + test::bytesOfHex(expected) + '\'');
         }
     }
     EXPECT_GT(encodings, 400U);

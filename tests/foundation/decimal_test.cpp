@@ -1,13 +1,13 @@
 #include <zrbasic/platform/foundation/decimal.h>
 
+#include <tests/vectors/vectors.h>
+
 #include <gtest/gtest.h>
 
 #include <cmath>
 #include <cstdlib>
-#include <fstream>
 #include <limits>
 #include <map>
-#include <sstream>
 #include <string>
 #include <type_traits>
 #include <vector>
@@ -68,16 +68,9 @@ TEST(DecimalVectors, agreeWithAnIndependentImplementation) {
                                                          {"subtract", NSDecimalSubtract},
                                                          {"multiply", NSDecimalMultiply},
                                                          {"divide", NSDecimalDivide}};
-    std::ifstream file(ZR_TEST_VECTORS_DIR "/decimal_vectors.txt");
-    ASSERT_TRUE(file.is_open());
     std::map<std::string, int> counts;
-    for (std::string line; std::getline(file, line);) {
+    for (const auto& [line, field] : test::vectorRows("decimal")) {
         SCOPED_TRACE(line);
-        std::vector<std::string> field;
-        std::istringstream cells(line);
-        for (std::string cell; std::getline(cells, cell, '|');) {
-            field.push_back(cell);
-        }
         ASSERT_EQ(field.size(), 6u);
         const std::string& operation = field[0];
         const auto mode = static_cast<NSRoundingMode>(std::stoi(field[1]));

@@ -6,14 +6,14 @@
 #include <zrbasic/platform/foundation/mutable_string.h>
 #include <zrbasic/platform/foundation/null.h>
 
+#include <tests/vectors/vectors.h>
+
 #include <gtest/gtest.h>
 
 #include <cmath>
 #include <cstdlib>
-#include <fstream>
 #include <limits>
 #include <random>
-#include <sstream>
 #include <string>
 #include <vector>
 
@@ -55,15 +55,8 @@ std::string reasonFor(std::string_view text, NSUInteger options = 0) {
 }
 
 std::vector<std::vector<std::string>> vectors(const std::string& kind) {
-    std::ifstream file(ZR_TEST_VECTORS_DIR "/json_vectors.txt");
-    EXPECT_TRUE(file) << "the vectors are missing";
     std::vector<std::vector<std::string>> rows;
-    for (std::string line; std::getline(file, line);) {
-        std::istringstream columns(line);
-        std::vector<std::string> row;
-        for (std::string column; std::getline(columns, column, '\t');) {
-            row.push_back(column);
-        }
+    for (auto& [line, row] : test::vectorRows("json", '\t')) {
         if (row.at(0) == kind) {
             row.resize(3);
             rows.push_back(row);

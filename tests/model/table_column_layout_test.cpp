@@ -9,10 +9,11 @@
 
 #include "table_layout_testing.h"
 
+#include <tests/vectors/vectors.h>
+
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
 #include <algorithm>
-#include <fstream>
 #include <limits>
 #include <sstream>
 
@@ -338,16 +339,9 @@ std::vector<std::string> names(const std::string& list) {
 }
 
 TEST_P(TableColumnLayout, agreesWithAnIndependentTable) {
-    std::ifstream file(ZR_TEST_VECTORS_DIR "/table_layout_vectors.txt");
-    ASSERT_TRUE(file.is_open());
-    int rows = 0;
-    for (std::string line; std::getline(file, line); ++rows) {
+    const auto rows = test::vectorRows("table_layout");
+    for (const auto& [line, field] : rows) {
         SCOPED_TRACE(line);
-        std::vector<std::string> field;
-        std::istringstream cells(line);
-        for (std::string cell; std::getline(cells, cell, '|');) {
-            field.push_back(cell);
-        }
         ASSERT_EQ(field.size(), 4U);
         const Ref<NSMutableArray> records = NSMutableArray::array();
         const Ref<NSMutableArray> identifiers = NSMutableArray::array();
@@ -362,7 +356,7 @@ TEST_P(TableColumnLayout, agreesWithAnIndependentTable) {
         rearrangedWithColumnIdentifiers(byIdentifiers, identifiers);
         EXPECT_EQ(order(byIdentifiers), field[3]);
     }
-    EXPECT_GE(rows, 300);
+    EXPECT_GE(rows.size(), 300U);
 }
 
 std::vector<const NSObject*> sorted(NSTableView* view) {
