@@ -1,5 +1,7 @@
 #include <zrbasic/platform/appkit/toolkit.h>
 
+#include <zrbasic/platform/foundation/dispatch_queue.h>
+
 #include <atomic>
 
 namespace zr {
@@ -13,6 +15,14 @@ Toolkit::~Toolkit() = default;
 
 double Toolkit::heightOfText(NSAttributedString*, double, double) {
     return 0;
+}
+
+std::vector<ScreenState> Toolkit::screens() {
+    return {};
+}
+
+void Toolkit::runLoopUntil(FunctionRef<bool()> isDone) {
+    runMainQueueUntil(DISPATCH_TIME_FOREVER, isDone);
 }
 
 NotificationService* Toolkit::notificationService() {

@@ -4,6 +4,7 @@
 #include <zrbasic/platform/appkit/event.h>
 #include <zrbasic/platform/appkit/layer.h>
 #include <zrbasic/platform/appkit/tracking_area.h>
+#include <zrbasic/platform/appkit/window.h>
 #include <zrbasic/platform/foundation/string.h>
 #include <zrbasic/platform/runtime/exception.h>
 #include <zrbasic/platform/runtime/message.h>
@@ -42,6 +43,9 @@ ZR_DEFINE_CLASS(NSView) {
     is.method<&NSView::removeFromSuperview>("removeFromSuperview");
     is.method<&NSView::isDescendantOf>("isDescendantOf:");
     is.method<&NSView::viewWithTag>("viewWithTag:");
+    is.method<&NSView::window>("window");
+    is.method<&NSView::viewWillMoveToWindow>("viewWillMoveToWindow:");
+    is.method<&NSView::viewDidMoveToWindow>("viewDidMoveToWindow");
     is.method<&NSView::viewWillMoveToSuperview>("viewWillMoveToSuperview:");
     is.method<&NSView::viewDidMoveToSuperview>("viewDidMoveToSuperview");
     is.method<&NSView::acceptsFirstMouse>("acceptsFirstMouse:");
@@ -161,7 +165,12 @@ void NSView::addSubview_positioned_relativeTo(NSView* view, NSWindowOrderingMode
     }
     const Ref<NSView> kept(view);
     const Ref<NSView> self(this);
+    const Ref<NSWindow> newWindow = window();
+    const bool changesWindow = view->window() != newWindow;
     send<void>(view, "viewWillMoveToSuperview:"_sel, this);
+    if (changesWindow) {
+        view->tellTree("viewWillMoveToWindow:"_sel, newWindow);
+    }
     // Whoever was told may have moved views about.
     if (isDescendantOf(view)) {
         return;
@@ -176,6 +185,9 @@ void NSView::addSubview_positioned_relativeTo(NSView* view, NSWindowOrderingMode
     m_subviews.insert(position, kept);
     view->m_superview = this;
     send<void>(view, "viewDidMoveToSuperview"_sel);
+    if (changesWindow) {
+        view->tellTree("viewDidMoveToWindow"_sel, nullptr);
+    }
     send<void>(this, "setNeedsDisplay:"_sel, true);
 }
 
@@ -184,12 +196,25 @@ void NSView::removeFromSuperview() {
         return;
     }
     const Ref<NSView> self(this);
+    const bool leavesWindow = window() != nullptr;
     send<void>(this, "viewWillMoveToSuperview:"_sel, nullptr);
+    if (leavesWindow) {
+        tellTree("viewWillMoveToWindow:"_sel, nullptr);
+    }
     detach();
     send<void>(this, "viewDidMoveToSuperview"_sel);
+    if (leavesWindow) {
+        tellTree("viewDidMoveToWindow"_sel, nullptr);
+    }
 }
 
 void NSView::detach() {
+    if (!m_superview) {
+        return;
+    }
+    if (const Ref<NSWindow> window = this->window()) {
+        window->loseFirstResponderIn(this);
+    }
     NSView* const superview = std::exchange(m_superview, nullptr);
     if (!superview) {
         return;
@@ -219,12 +244,41 @@ Ref<NSView> NSView::viewWithTag(NSInteger tag) {
     return nullptr;
 }
 
+Ref<NSWindow> NSView::window() const {
+    const NSView* outermost = this;
+    while (outermost->m_superview) {
+        outermost = outermost->m_superview;
+    }
+    return Ref<NSWindow>(outermost->m_window);
+}
+
+void NSView::tellTree(SEL operation, NSWindow* window) {
+    const Ref<NSView> self(this);
+    if (operation == "viewWillMoveToWindow:"_sel) {
+        send<void>(this, operation, window);
+    } else {
+        send<void>(this, operation);
+    }
+    // A copy, because a view that is told may run anybody's code.
+    const std::vector<Ref<NSView>> views = m_subviews;
+    for (const Ref<NSView>& view : views) {
+        view->tellTree(operation, window);
+    }
+}
+
+void NSView::viewWillMoveToWindow(NSWindow*) {}
+
+void NSView::viewDidMoveToWindow() {}
+
 void NSView::viewWillMoveToSuperview(NSView*) {}
 
 void NSView::viewDidMoveToSuperview() {}
 
 Ref<NSResponder> NSView::nextResponder() const {
-    return m_hasOwnNextResponder ? NSResponder::nextResponder() : Ref<NSResponder>(m_superview);
+    if (m_hasOwnNextResponder) {
+        return NSResponder::nextResponder();
+    }
+    return m_superview ? Ref<NSResponder>(m_superview) : Ref<NSResponder>(m_window);
 }
 
 void NSView::setNextResponder(NSResponder* responder) {

@@ -12,6 +12,7 @@ class CALayer;
 class NSCursor;
 class NSTrackingArea;
 class NSView;
+class NSWindow;
 
 /// Where a subview goes among its siblings.
 enum NSWindowOrderingMode : NSInteger {
@@ -90,11 +91,18 @@ class ZR_EXPORT NSView : public NSResponder {
     /// The first view of that tag in the tree, the receiver included; null when there is none.
     [[nodiscard]] Ref<NSView> viewWithTag(NSInteger tag);
 
+    /// The window that it lies in, however deep; null when there is none.
+    [[nodiscard]] Ref<NSWindow> window() const;
+    /// Told about its new window before and after, null when there is none, and only when it is another one. Views that
+    /// lie in one that moves are told as well, from the outside to the inside.
+    virtual void viewWillMoveToWindow(NSWindow* window);
+    virtual void viewDidMoveToWindow();
+
     /// Told about its new superview before and after; null when it is taken out.
     virtual void viewWillMoveToSuperview(NSView* superview);
     virtual void viewDidMoveToSuperview();
 
-    /// The superview, unless another was set.
+    /// The superview, or for a content view the window, unless another was set.
     [[nodiscard]] Ref<NSResponder> nextResponder() const override;
     void setNextResponder(NSResponder* responder) override;
     /// Whether the click that activates its window also counts for the view; false unless overridden.
@@ -175,10 +183,15 @@ class ZR_EXPORT NSView : public NSResponder {
     [[nodiscard]] NSPoint fromOutermost(NSPoint point) const;
     void geometryChanged();
     void detach();
+    void tellTree(SEL operation, NSWindow* window);
+
+    friend class NSWindow;
 
     NSRect m_frame;
     NSPoint m_boundsOrigin;
     NSView* m_superview = nullptr;
+    /// Of a window's content view; null in all others.
+    NSWindow* m_window = nullptr;
     std::vector<Ref<NSView>> m_subviews;
     bool m_hasOwnNextResponder = false;
     bool m_isHidden = false;

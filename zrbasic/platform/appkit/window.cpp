@@ -1,0 +1,300 @@
+#include <zrbasic/platform/appkit/window.h>
+
+#include <zrbasic/platform/appkit/application.h>
+#include <zrbasic/platform/appkit/window_controller.h>
+#include <zrbasic/platform/foundation/notification_center.h>
+#include <zrbasic/platform/foundation/process_info.h>
+#include <zrbasic/platform/foundation/string.h>
+#include <zrbasic/platform/runtime/message.h>
+
+#include <utility>
+
+namespace zr {
+namespace {
+
+NSInteger nextWindowNumber = 1;
+
+void post(NSString* name, NSWindow* window) {
+    NSNotificationCenter::defaultCenter()->postNotificationName_object(name, window);
+}
+
+} // namespace
+
+ZR_DEFINE_CLASS(NSWindow) {
+    is.method<&NSWindow::initWithContentRect_styleMask>("initWithContentRect:styleMask:");
+    is.method<&NSWindow::styleMask>("styleMask");
+    is.method<&NSWindow::setStyleMask>("setStyleMask:");
+    is.method<&NSWindow::title>("title");
+    is.method<&NSWindow::setTitle>("setTitle:");
+    is.method<&NSWindow::identifier>("identifier");
+    is.method<&NSWindow::setIdentifier>("setIdentifier:");
+    is.method<&NSWindow::windowNumber>("windowNumber");
+    is.method<&NSWindow::delegate>("delegate");
+    is.method<&NSWindow::setDelegate>("setDelegate:");
+    is.method<&NSWindow::windowController>("windowController");
+    is.method<&NSWindow::setWindowController>("setWindowController:");
+    is.method<&NSWindow::frame>("frame");
+    is.method<&NSWindow::setFrame_display>("setFrame:display:");
+    is.method<&NSWindow::setFrameOrigin>("setFrameOrigin:");
+    is.method<&NSWindow::setContentSize>("setContentSize:");
+    is.method<&NSWindow::contentRectForFrameRect>("contentRectForFrameRect:");
+    is.method<&NSWindow::frameRectForContentRect>("frameRectForContentRect:");
+    is.method<&NSWindow::convertRectToScreen>("convertRectToScreen:");
+    is.method<&NSWindow::convertRectFromScreen>("convertRectFromScreen:");
+    is.method<&NSWindow::contentView>("contentView");
+    is.method<&NSWindow::setContentView>("setContentView:");
+    is.method<&NSWindow::firstResponder>("firstResponder");
+    is.method<&NSWindow::makeFirstResponder>("makeFirstResponder:");
+    is.method<&NSWindow::isVisible>("isVisible");
+    is.method<&NSWindow::orderFront>("orderFront:");
+    is.method<&NSWindow::makeKeyAndOrderFront>("makeKeyAndOrderFront:");
+    is.method<&NSWindow::orderOut>("orderOut:");
+    is.method<&NSWindow::orderWindow_relativeTo>("orderWindow:relativeTo:");
+    is.method<&NSWindow::isKeyWindow>("isKeyWindow");
+    is.method<&NSWindow::canBecomeKeyWindow>("canBecomeKeyWindow");
+    is.method<&NSWindow::makeKeyWindow>("makeKeyWindow");
+    is.method<&NSWindow::becomeKeyWindow>("becomeKeyWindow");
+    is.method<&NSWindow::resignKeyWindow>("resignKeyWindow");
+    is.method<&NSWindow::close>("close");
+    is.method<&NSWindow::performClose>("performClose:");
+    is.method<&NSWindow::isModalPanel>("isModalPanel");
+}
+
+Ref<NSString> NSWindowWillCloseNotification() {
+    return "NSWindowWillCloseNotification"_ns;
+}
+
+Ref<NSString> NSWindowDidBecomeKeyNotification() {
+    return "NSWindowDidBecomeKeyNotification"_ns;
+}
+
+Ref<NSString> NSWindowDidResignKeyNotification() {
+    return "NSWindowDidResignKeyNotification"_ns;
+}
+
+NSWindow::NSWindow() : m_title(""_ns), m_windowNumber(nextWindowNumber++) {
+    NSApplication::sharedApplication()->windowWasMade(this);
+}
+
+NSWindow::~NSWindow() {
+    if (m_contentView) {
+        m_contentView->m_window = nullptr;
+    }
+}
+
+id NSWindow::init() {
+    return initWithContentRect_styleMask(NSZeroRect, NSWindowStyleMaskTitled | NSWindowStyleMaskClosable |
+                                                         NSWindowStyleMaskMiniaturizable | NSWindowStyleMaskResizable);
+}
+
+id NSWindow::initWithContentRect_styleMask(NSRect contentRect, NSUInteger styleMask) {
+    m_styleMask = styleMask;
+    m_frame = frameRectForContentRect(contentRect);
+    setContentView(nullptr);
+    return id(this);
+}
+
+void NSWindow::setStyleMask(NSUInteger styleMask) {
+    const NSRect content = contentRectForFrameRect(m_frame);
+    m_styleMask = styleMask;
+    setFrame_display(frameRectForContentRect(content), true);
+}
+
+void NSWindow::setTitle(NSString* title) {
+    m_title = title ? Ref<NSString>(cast<NSString>(title->copy())) : ""_ns;
+}
+
+void NSWindow::setIdentifier(NSString* identifier) {
+    m_identifier = identifier ? Ref<NSString>(cast<NSString>(identifier->copy())) : nullptr;
+}
+
+Ref<NSWindowController> NSWindow::windowController() const {
+    return m_windowController.lock();
+}
+
+void NSWindow::setWindowController(NSWindowController* controller) {
+    m_windowController = Weak<NSWindowController>(controller);
+}
+
+double NSWindow::titleHeight() const {
+    const bool hasTitle =
+        (m_styleMask & NSWindowStyleMaskTitled) != 0 && (m_styleMask & NSWindowStyleMaskFullSizeContentView) == 0;
+    if (!hasTitle) {
+        return 0;
+    }
+    return isMacOSAtLeast(11) ? 28 : 22;
+}
+
+void NSWindow::setFrame_display(NSRect frame, bool display) {
+    m_frame = frame;
+    if (!m_contentView) {
+        return;
+    }
+    m_contentView->setFrame({NSZeroPoint, contentRectForFrameRect(frame).size});
+    if (display) {
+        send<void>(m_contentView, "setNeedsDisplay:"_sel, true);
+    }
+}
+
+void NSWindow::setFrameOrigin(NSPoint origin) {
+    setFrame_display({origin, m_frame.size}, false);
+}
+
+void NSWindow::setContentSize(NSSize size) {
+    setFrame_display({m_frame.origin, frameRectForContentRect({NSZeroPoint, size}).size}, true);
+}
+
+NSRect NSWindow::contentRectForFrameRect(NSRect frame) const {
+    return {frame.origin, {frame.size.width, frame.size.height - titleHeight()}};
+}
+
+NSRect NSWindow::frameRectForContentRect(NSRect content) const {
+    return {content.origin, {content.size.width, content.size.height + titleHeight()}};
+}
+
+NSRect NSWindow::convertRectToScreen(NSRect rect) const {
+    return {{rect.origin.x + m_frame.origin.x, rect.origin.y + m_frame.origin.y}, rect.size};
+}
+
+NSRect NSWindow::convertRectFromScreen(NSRect rect) const {
+    return {{rect.origin.x - m_frame.origin.x, rect.origin.y - m_frame.origin.y}, rect.size};
+}
+
+void NSWindow::setContentView(NSView* view) {
+    const Ref<NSView> fresh = view ? Ref<NSView>(view) : make<NSView>();
+    if (fresh == m_contentView) {
+        return;
+    }
+    fresh->removeFromSuperview();
+    if (const Ref<NSWindow> other = fresh->window()) {
+        other->setContentView(nullptr);
+    }
+    if (const Ref<NSView> before = m_contentView) {
+        before->tellTree("viewWillMoveToWindow:"_sel, nullptr);
+        loseFirstResponderIn(before);
+        before->m_window = nullptr;
+        before->tellTree("viewDidMoveToWindow"_sel, nullptr);
+    }
+    fresh->tellTree("viewWillMoveToWindow:"_sel, this);
+    m_contentView = fresh;
+    fresh->m_window = this;
+    fresh->setFrame({NSZeroPoint, contentRectForFrameRect(m_frame).size});
+    fresh->tellTree("viewDidMoveToWindow"_sel, nullptr);
+}
+
+Ref<NSResponder> NSWindow::firstResponder() const {
+    Ref<NSResponder> first = m_firstResponder.lock();
+    return first ? first : Ref<NSResponder>(const_cast<NSWindow*>(this));
+}
+
+bool NSWindow::makeFirstResponder(NSResponder* responder) {
+    const Ref<NSResponder> wanted(responder);
+    const Ref<NSResponder> before = firstResponder();
+    if (before == responder || (before == this && !responder)) {
+        return true;
+    }
+    if (before != this && !send<bool>(before, "resignFirstResponder"_sel)) {
+        return false;
+    }
+    m_firstResponder = nullptr;
+    if (responder && responder != this && send<bool>(responder, "becomeFirstResponder"_sel)) {
+        m_firstResponder = Weak<NSResponder>(responder);
+    }
+    return true;
+}
+
+void NSWindow::loseFirstResponderIn(NSView* view) {
+    const Ref<NSResponder> first = m_firstResponder.lock();
+    auto* const focused = cast<NSView>(first.get());
+    if (focused && focused->isDescendantOf(view)) {
+        makeFirstResponder(nullptr);
+        // It may have refused, but it cannot stay.
+        m_firstResponder = nullptr;
+    }
+}
+
+bool NSWindow::isVisible() const {
+    return NSApplication::sharedApplication()->isShown(this);
+}
+
+void NSWindow::orderFront(NSObject*) {
+    NSApplication::sharedApplication()->show(this, true, nullptr);
+}
+
+void NSWindow::makeKeyAndOrderFront(NSObject* sender) {
+    orderFront(sender);
+    makeKeyWindow();
+}
+
+void NSWindow::orderOut(NSObject*) {
+    NSApplication::sharedApplication()->hide(this);
+}
+
+void NSWindow::orderWindow_relativeTo(NSWindowOrderingMode place, NSInteger windowNumber) {
+    const Ref<NSApplication> application = NSApplication::sharedApplication();
+    if (place == NSWindowOut) {
+        application->hide(this);
+    } else {
+        application->show(this, place != NSWindowBelow, application->windowWithWindowNumber(windowNumber));
+    }
+}
+
+bool NSWindow::isKeyWindow() const {
+    return NSApplication::sharedApplication()->keyWindow() == this;
+}
+
+bool NSWindow::canBecomeKeyWindow() const {
+    return (m_styleMask & (NSWindowStyleMaskTitled | NSWindowStyleMaskResizable)) != 0;
+}
+
+void NSWindow::makeKeyWindow() {
+    if (send<bool>(this, "canBecomeKeyWindow"_sel)) {
+        NSApplication::sharedApplication()->makeKey(this);
+    }
+}
+
+void NSWindow::becomeKeyWindow() {
+    post(NSWindowDidBecomeKeyNotification(), this);
+}
+
+void NSWindow::resignKeyWindow() {
+    post(NSWindowDidResignKeyNotification(), this);
+}
+
+void NSWindow::close() {
+    // Whoever hears of it may close the window as well.
+    if (std::exchange(m_isClosing, true)) {
+        return;
+    }
+    const Ref<NSWindow> self(this);
+    const struct Ending {
+        NSWindow& window;
+        ~Ending() { window.m_isClosing = false; }
+    } ending{*this};
+    const id closing = delegate();
+    if (closing && closing->respondsToSelector("windowWillClose:"_sel)) {
+        send<void>(closing, "windowWillClose:"_sel,
+                   NSNotification::notificationWithName_object(NSWindowWillCloseNotification(), this));
+    }
+    post(NSWindowWillCloseNotification(), this);
+    orderOut(nullptr);
+}
+
+void NSWindow::performClose(NSObject*) {
+    if ((m_styleMask & NSWindowStyleMaskClosable) == 0) {
+        return;
+    }
+    const Ref<NSWindow> self(this);
+    const id asked = delegate();
+    const bool mayClose = !asked || !asked->respondsToSelector("windowShouldClose:"_sel) ||
+                          send<bool>(asked, "windowShouldClose:"_sel, this);
+    if (mayClose) {
+        send<void>(this, "close"_sel);
+    }
+}
+
+bool NSWindow::isModalPanel() const {
+    return false;
+}
+
+} // namespace zr
