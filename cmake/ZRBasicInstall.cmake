@@ -22,7 +22,7 @@ configure_package_config_file(${PROJECT_SOURCE_DIR}/cmake/ZRBasicConfig.cmake.in
 # Before 1.0 a minor version may change the interface.
 write_basic_package_version_file(${PROJECT_BINARY_DIR}/ZRBasicConfigVersion.cmake COMPATIBILITY SameMinorVersion)
 install(FILES ${PROJECT_BINARY_DIR}/ZRBasicConfig.cmake ${PROJECT_BINARY_DIR}/ZRBasicConfigVersion.cmake
-        DESTINATION ${package_folder})
+              ${PROJECT_SOURCE_DIR}/cmake/ZRBasicBundle.cmake DESTINATION ${package_folder})
 
 # Users of the shared library need nothing else. Those of the static one get what it stands on without asking with
 # --static, which nobody remembers.
