@@ -31,6 +31,7 @@ set(expected
     ${INCLUDEDIR}/zrbasic/version.h
     ${INCLUDEDIR}/zrbasic/platform/runtime/export.h
     ${LIBDIR}/pkgconfig/zrbasic.pc
+    ${LIBDIR}/cmake/ZRBasic/ZRBasicBundle.cmake
     ${LIBDIR}/cmake/ZRBasic/ZRBasicConfig.cmake
     ${LIBDIR}/cmake/ZRBasic/ZRBasicConfigVersion.cmake
     ${LIBDIR}/cmake/ZRBasic/ZRBasicTargets.cmake)

@@ -1,6 +1,8 @@
+#include <zrbasic/platform/foundation/bundle.h>
 #include <zrbasic/platform/foundation/number.h>
 #include <zrbasic/platform/foundation/string.h>
 #include <zrbasic/platform/runtime/declare.h>
+#include <zrbasic/ui/app.h>
 #include <zrbasic/version.h>
 
 #include <cstdio>
@@ -54,5 +56,15 @@ int main() {
         caught = exception.name() == NSInvalidArgumentException;
     }
     check(caught, "an exception of the library, caught by its type");
+
+#if defined(CONSUMER_HAS_BUNDLE_INFORMATION)
+    check("\"Desk\";\\n"_ns->isEqual(ZRXApp::appBundleName()), "the name that the build gave");
+    check("1.4.0"_ns->isEqual(ZRXApp::appVersion()), "the version that the build gave");
+    check("1873"_ns->isEqual(ZRXApp::appBuildVersion()), "the build's number");
+#else
+    check(!ZRXApp::appVersion(), "no version, as the build gave none");
+#endif
+    check(!NSBundle::mainBundle()->bundleIdentifier(), "no identifier, as the build gave none");
+    check(ZRXApp::shared()->startupTimeInterval() > 1.6e12, "a moment of the start");
     return failures;
 }
