@@ -10,6 +10,7 @@
 #include <zrbasic/platform/foundation/mutable_string.h>
 #include <zrbasic/platform/foundation/null.h>
 #include <zrbasic/platform/foundation/number.h>
+#include <zrbasic/platform/foundation/per_thread_p.h>
 
 #include <array>
 #include <cstring>
@@ -395,8 +396,10 @@ Ref<NSString> Reader::readKey(const char* quote) {
 } // namespace
 
 id readJson(std::string_view text, std::size_t readable, NSUInteger options, JsonFault& fault) {
-    static thread_local Reader reader;
-    return reader.read(text, readable, options, fault);
+    if (Reader* const reader = PerThread<Reader>::ensure()) {
+        return reader->read(text, readable, options, fault);
+    }
+    return Reader().read(text, readable, options, fault);
 }
 
 } // namespace zr::detail
