@@ -1,7 +1,5 @@
 #include <zrbasic/collections/text_attachment_cell.h>
 
-#include <zrbasic/platform/appkit/image.h>
-
 namespace zr {
 
 ZRTextAttachmentCell::ZRTextAttachmentCell() = default;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <zrbasic/platform/appkit/image.h>
 #include <zrbasic/platform/appkit/text_attachment.h>
 
 namespace zr {
