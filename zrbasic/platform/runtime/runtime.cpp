@@ -1,6 +1,8 @@
 #include <zrbasic/platform/runtime/runtime_p.h>
 
 #include <algorithm>
+#include <cstring>
+#include <typeinfo>
 
 namespace zr::detail {
 
@@ -9,6 +11,13 @@ namespace {
 constinit std::atomic<Group*> pendingGroups{nullptr};
 /// Stays set until the pending groups have really been added.
 constinit std::atomic<bool> groupsArePending{false};
+
+/// Whether both stand for one C++ type, perhaps in two shared libraries.
+bool isSameType(const std::type_info& a, const std::type_info& b) {
+    // Types of unnamed namespaces are each file's own. Some compilers give those of two files equal names all the same.
+    const bool isOfOneFile = std::strstr(a.name(), "_GLOBAL__N_") != nullptr;
+    return &a == &b || (!isOfOneFile && a == b);
+}
 
 } // namespace
 
@@ -65,7 +74,7 @@ Class* Runtime::enterNative(const NativeClass& native) {
     const auto [place, isNew] = m_classes.emplace(native.name, made);
     if (!isNew) {
         Class* const known = place->second;
-        if (known->m_type && *known->m_type == *native.type) {
+        if (known->m_type && isSameType(*known->m_type, *native.type)) {
             // Another shared library holds the same class; there is one record for both.
             return known;
         }
