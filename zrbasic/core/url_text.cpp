@@ -1,5 +1,6 @@
 #include <zrbasic/core/url_text.h>
 
+#include <zrbasic/platform/foundation/percent_encoding_p.h>
 #include <zrbasic/platform/foundation/unicode_p.h>
 
 #include <array>
@@ -26,7 +27,6 @@ ZR_GROUP(NSString, ZRXHelper) {
 Ref<NSString> urlEncode(NSString* self) {
     if (self == nullptr)
         return nullptr;
-    constexpr char16_t digits[] = u"0123456789ABCDEF";
     const std::string bytes = detail::utf8FromUtf16(self->view());
     std::u16string encoded;
     encoded.reserve(bytes.size() + bytes.size() / 2);
@@ -35,8 +35,7 @@ Ref<NSString> urlEncode(NSString* self) {
         if (const char16_t plain = plainForms[byte]; plain != 0) {
             encoded += plain;
         } else {
-            const char16_t escape[] = {u'%', digits[byte / 16], digits[byte % 16]};
-            encoded.append(escape, 3);
+            detail::appendEscape(encoded, byte);
         }
     }
     return NSString::fromUtf16(std::move(encoded));

@@ -56,7 +56,6 @@ std::optional<std::u16string> percentDecoded(std::u16string_view text) {
 }
 
 std::optional<std::u16string> percentEncoded(std::u16string_view text, const AsciiSet& allowed) {
-    constexpr char16_t digits[] = u"0123456789ABCDEF";
     if (!isWellFormed(text)) {
         return std::nullopt;
     }
@@ -70,10 +69,7 @@ std::optional<std::u16string> percentEncoded(std::u16string_view text, const Asc
         }
         const std::size_t length = codePointAt(text, i).length;
         for (const char c : utf8FromUtf16(text.substr(i, length))) {
-            const auto byte = static_cast<unsigned char>(c);
-            result.push_back(u'%');
-            result.push_back(digits[byte / 16]);
-            result.push_back(digits[byte % 16]);
+            appendEscape(result, static_cast<unsigned char>(c));
         }
         i += length;
     }

@@ -39,6 +39,13 @@ class AsciiSet {
     std::array<std::uint64_t, 2> m_bits{};
 };
 
+/// Appends the escape of one byte, with upper-case digits.
+inline void appendEscape(std::u16string& to, unsigned char byte) {
+    constexpr char16_t digits[] = u"0123456789ABCDEF";
+    const char16_t escape[] = {u'%', digits[byte / 16], digits[byte % 16]};
+    to.append(escape, 3);
+}
+
 /// Decodes every escape of `text`; all else, "+" and non-ASCII included, stays as it is.
 ///
 /// No value when a "%" lacks its two hexadecimal digits (of either case), or when the bytes of neighbouring escapes

@@ -265,7 +265,6 @@ void appendRewrittenItem(std::u16string& query, bool& isFirst, std::u16string_vi
 }
 
 void appendEncoded(std::u16string& to, std::u16string_view text, const AsciiSet& allowed) {
-    constexpr char16_t digits[] = u"0123456789ABCDEF";
     for (;;) {
         std::size_t plain = 0;
         while (plain < text.size() && allowed.contains(text[plain])) {
@@ -280,8 +279,7 @@ void appendEncoded(std::u16string& to, std::u16string_view text, const AsciiSet&
         if (unit >= 0x80) {
             break;
         }
-        const char16_t escape[] = {u'%', digits[unit / 16], digits[unit % 16]};
-        to.append(escape, 3);
+        appendEscape(to, static_cast<unsigned char>(unit));
         text.remove_prefix(1);
     }
     if (const auto encoded = percentEncoded(text, allowed)) {
