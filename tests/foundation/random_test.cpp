@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 #include <set>
+#include <vector>
 
 namespace zr {
 namespace {
@@ -37,6 +38,16 @@ TEST(BoundedRandomNumbers, areZeroWithoutRoom) {
         EXPECT_EQ(arc4random_uniform(0), 0U);
         EXPECT_EQ(arc4random_uniform(1), 0U);
     }
+}
+
+TEST(RandomBytes, fillAnyLength) {
+    std::vector<unsigned char> bytes(1000, 0);
+    arc4random_buf(bytes.data(), bytes.size());
+    EXPECT_GT(std::set<unsigned char>(bytes.begin(), bytes.end()).size(), 100U);
+    EXPECT_GT(std::set<unsigned char>(bytes.end() - 200, bytes.end()).size(), 50U);
+    const std::vector<unsigned char> before = bytes;
+    arc4random_buf(bytes.data(), 0);
+    EXPECT_EQ(bytes, before);
 }
 
 } // namespace

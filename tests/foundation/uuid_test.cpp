@@ -7,9 +7,6 @@
 
 #include <gtest/gtest.h>
 
-#include <set>
-#include <vector>
-
 namespace zr {
 namespace {
 
@@ -89,14 +86,6 @@ TEST(IdentifierEquality, goesByBytes) {
     EXPECT_EQ(identifier->copy().get(), static_cast<NSObject*>(identifier.get()));
     EXPECT_TRUE(
         isRandomIdentifier(send<Ref<NSString>>(send<id>(NSUUID::classObject(), "UUID"_sel), "UUIDString"_sel)->utf8()));
-}
-
-TEST(RandomBytes, fillAnyLength) {
-    std::vector<unsigned char> bytes(1000, 0);
-    ASSERT_TRUE(detail::fillWithRandomBytes(bytes.data(), bytes.size()));
-    EXPECT_GT(std::set<unsigned char>(bytes.begin(), bytes.end()).size(), 100U);
-    EXPECT_GT(std::set<unsigned char>(bytes.end() - 200, bytes.end()).size(), 50U);
-    EXPECT_TRUE(detail::fillWithRandomBytes(bytes.data(), 0));
 }
 
 } // namespace

@@ -1,13 +1,9 @@
 #include <zrbasic/platform/foundation/uuid.h>
 
+#include <zrbasic/platform/foundation/random.h>
 #include <zrbasic/platform/foundation/string.h>
 
-#include <sys/random.h>
-#include <unistd.h>
-
-#include <algorithm>
 #include <cstring>
-#include <random>
 
 namespace zr {
 
@@ -19,13 +15,7 @@ constexpr bool isDashAt(std::size_t position) noexcept {
 
 NSUUID::Bytes randomBytes() {
     NSUUID::Bytes bytes;
-    if (!detail::fillWithRandomBytes(bytes.data(), bytes.size())) {
-        // Without the system call there is still the standard library's device.
-        std::random_device device;
-        for (std::uint8_t& byte : bytes) {
-            byte = static_cast<std::uint8_t>(device());
-        }
-    }
+    arc4random_buf(bytes.data(), bytes.size());
     bytes[6] = static_cast<std::uint8_t>((bytes[6] & 0x0F) | 0x40);
     bytes[8] = static_cast<std::uint8_t>((bytes[8] & 0x3F) | 0x80);
     return bytes;
@@ -126,20 +116,6 @@ id NSUUID::copy() const {
 }
 
 namespace detail {
-
-bool fillWithRandomBytes(void* bytes, std::size_t count) noexcept {
-    // One request may ask for 256 bytes at most.
-    auto* next = static_cast<unsigned char*>(bytes);
-    while (count > 0) {
-        const std::size_t part = std::min<std::size_t>(count, 256);
-        if (getentropy(next, part) != 0) {
-            return false;
-        }
-        next += part;
-        count -= part;
-    }
-    return true;
-}
 
 std::string randomUUIDText() {
     return textOf(randomBytes());

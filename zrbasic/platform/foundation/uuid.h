@@ -44,9 +44,6 @@ class ZR_EXPORT NSUUID : public NSObject {
 
 namespace detail {
 
-/// Fills `bytes` from the system's random source; false when it has none to give.
-[[nodiscard]] ZR_EXPORT bool fillWithRandomBytes(void* bytes, std::size_t count) noexcept;
-
 /// A new random identifier (version 4) in its 36-character upper-case form, without making objects.
 [[nodiscard]] ZR_EXPORT std::string randomUUIDText();
 
