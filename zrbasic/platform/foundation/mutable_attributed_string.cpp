@@ -69,6 +69,8 @@ Ref<NSDictionary> without(NSDictionary& attributes, NSString* name) {
 NSMutableAttributedString::NSMutableAttributedString() = default;
 NSMutableAttributedString::~NSMutableAttributedString() = default;
 
+void NSMutableAttributedString::didChange() {}
+
 std::u16string& NSMutableAttributedString::units() {
     if (m_string) {
         m_units = m_string->view();
@@ -96,6 +98,7 @@ void NSMutableAttributedString::changeRuns(NSRange range, const Change& change) 
         done = run.end;
     }
     static_cast<void>(m_runs.replace(range, std::move(after)));
+    didChange();
 }
 
 void NSMutableAttributedString::addAttribute_value_range(NSString* name, NSObject* value, NSRange range) {
@@ -122,6 +125,7 @@ void NSMutableAttributedString::setAttributes_range(NSDictionary* attributes, NS
     detail::AttributeRuns run;
     run.append(range.length, detail::frozenAttributes(attributes));
     static_cast<void>(m_runs.replace(range, std::move(run)));
+    didChange();
 }
 
 void NSMutableAttributedString::removeAttribute_range(NSString* name, NSRange range) {
@@ -165,6 +169,7 @@ void NSMutableAttributedString::replace(NSRange range, std::u16string_view text,
     changing.reserve(changing.size() - range.length + text.size());
     const std::vector<detail::AttributeRun> outgoing = m_runs.replace(range, std::move(runs));
     changing.replace(range.location, range.length, text);
+    didChange();
 }
 
 void NSMutableAttributedString::appendAttributedString(NSAttributedString* other) {
@@ -180,6 +185,7 @@ void NSMutableAttributedString::appendAttributedString(NSAttributedString* other
     changing.reserve(changing.size() + text.size());
     m_runs.append(other->runs());
     changing += text;
+    didChange();
 }
 
 void NSMutableAttributedString::insertAttributedString_atIndex(NSAttributedString* other, NSUInteger index) {
@@ -208,6 +214,7 @@ void NSMutableAttributedString::append(std::u16string_view text, NSDictionary* a
     changing.reserve(changing.size() + text.size());
     m_runs.append(text.size(), detail::frozenAttributes(attributes));
     changing += text;
+    didChange();
 }
 
 id NSMutableAttributedString::copy() const {

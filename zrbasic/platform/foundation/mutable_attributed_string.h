@@ -46,6 +46,11 @@ class ZR_EXPORT NSMutableAttributedString : public NSAttributedString {
     /// A text of the present characters and attributes that will not change.
     [[nodiscard]] id copy() const override;
 
+  protected:
+    /// Called after every change of the text or its attributes, when everything is in order again; does nothing unless
+    /// overridden.
+    virtual void didChange();
+
   private:
     std::u16string& units();
     template <class Change>
