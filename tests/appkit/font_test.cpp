@@ -1,5 +1,7 @@
 #include <zrbasic/platform/appkit/font.h>
 
+#include "text_toolkit.h"
+
 #include <zrbasic/platform/foundation/mutable_string.h>
 #include <zrbasic/platform/foundation/null.h>
 #include <zrbasic/platform/foundation/set.h>
@@ -12,6 +14,22 @@ namespace {
 
 constexpr double infinity = std::numeric_limits<double>::infinity();
 constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
+
+TEST(Font, hasTheMetricsThatTheToolkitInUseSays) {
+    const Ref<NSFont> font = NSFont::systemFontOfSize(20);
+    EXPECT_DOUBLE_EQ(font->ascender(), 18.6);
+    EXPECT_DOUBLE_EQ(font->descender(), -4.8);
+    EXPECT_EQ(font->leading(), 0);
+    {
+        test::TextToolkit toolkit;
+        EXPECT_EQ(font->ascender(), 8);
+        EXPECT_EQ(font->descender(), -2);
+        EXPECT_EQ(font->leading(), 1);
+        toolkit.metrics.ascender = 9;
+        EXPECT_EQ(font->ascender(), 9);
+    }
+    EXPECT_DOUBLE_EQ(font->ascender(), 18.6);
+}
 
 TEST(Font, ofTheSystemIsRegularUnlessToldOtherwise) {
     const Ref<NSFont> plain = NSFont::systemFontOfSize(12);

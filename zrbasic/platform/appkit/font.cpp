@@ -1,5 +1,7 @@
 #include <zrbasic/platform/appkit/font.h>
 
+#include <zrbasic/platform/appkit/toolkit.h>
+
 #include <algorithm>
 #include <cmath>
 #include <functional>
@@ -67,6 +69,9 @@ ZR_DEFINE_CLASS(NSFont) {
     is.method<&NSFont::fontName>("fontName");
     is.method<&NSFont::familyName>("familyName");
     is.method<&NSFont::pointSize>("pointSize");
+    is.method<&NSFont::ascender>("ascender");
+    is.method<&NSFont::descender>("descender");
+    is.method<&NSFont::leading>("leading");
 }
 
 NSFont::NSFont() = default;
@@ -114,6 +119,19 @@ Ref<NSString> NSFont::familyName() const {
 
 bool NSFont::isSystemFont() const {
     return parts(m_name->view()).first == systemFamily;
+}
+
+// Asked each time: another toolkit may draw the same font with other letters.
+double NSFont::ascender() const {
+    return currentToolkit().metricsOfFont(const_cast<NSFont*>(this)).ascender;
+}
+
+double NSFont::descender() const {
+    return currentToolkit().metricsOfFont(const_cast<NSFont*>(this)).descender;
+}
+
+double NSFont::leading() const {
+    return currentToolkit().metricsOfFont(const_cast<NSFont*>(this)).leading;
 }
 
 Ref<NSString> NSFont::description() const {

@@ -21,7 +21,8 @@ inline constexpr NSFontWeight NSFontWeightBlack = 0.62;
 /// font of a name that the system does not have is a font all the same, drawn with a substitute.
 ///
 /// Sizes are in points; one that is not a finite number above 0 stands for the default of 13 points. A weight beyond
-/// -1 to 1 is clamped, one that is not a number is regular. A font never changes and may be used from any thread.
+/// -1 to 1 is clamped, one that is not a number is regular. A font never changes and may be used from any thread, but for
+/// what it asks a toolkit.
 class ZR_EXPORT NSFont : public NSObject {
     ZR_DECLARE_CLASS(NSFont, NSObject)
   public:
@@ -52,6 +53,11 @@ class ZR_EXPORT NSFont : public NSObject {
     /// In points, above 0.
     [[nodiscard]] double pointSize() const { return m_size; }
     [[nodiscard]] NSFontWeight weight() const { return m_weight; }
+    /// How far the letters reach above the line they stand on and, as a number of 0 or less, below it, and what lies
+    /// free from one line to the next; in points, as the toolkit in use says. Main thread only, these three.
+    [[nodiscard]] double ascender() const;
+    [[nodiscard]] double descender() const;
+    [[nodiscard]] double leading() const;
 
     /// The name and the size: "Helvetica-Bold 12 pt".
     [[nodiscard]] Ref<NSString> description() const override;

@@ -31,6 +31,7 @@ ZR_DEFINE_CLASS(NSResponder) {
     is.method<&NSResponder::flagsChanged>("flagsChanged:");
     is.method<&NSResponder::performKeyEquivalent>("performKeyEquivalent:");
     is.method<&NSResponder::tryToPerform_with>("tryToPerform:with:");
+    is.method<&NSResponder::doCommandBySelector>("doCommandBySelector:");
     is.method<&NSResponder::noResponderFor>("noResponderFor:");
 }
 
@@ -145,6 +146,12 @@ bool NSResponder::tryToPerform_with(SEL action, NSObject* object) {
         }
     }
     return false;
+}
+
+void NSResponder::doCommandBySelector(SEL action) {
+    if (!tryToPerform_with(action, nullptr)) {
+        NSBeep();
+    }
 }
 
 void NSResponder::noResponderFor(SEL operation) {

@@ -50,6 +50,9 @@ class ZR_EXPORT NSResponder : public NSObject {
     virtual bool performKeyEquivalent(NSEvent* event);
     /// Sends `action` with `object` to the first responder, from this one on, that has it; whether there was one.
     bool tryToPerform_with(SEL action, NSObject* object);
+    /// A key press that stands for an action, such as `insertNewline:`: sends it to the first responder, from this one
+    /// on, that has it, with null as the sender. Nobody having it beeps.
+    virtual void doCommandBySelector(SEL action);
     /// Nobody deals with the event that the operation of that name was called for.
     virtual void noResponderFor(SEL operation);
 

@@ -3,6 +3,8 @@
 #include <zrbasic/platform/appkit/cursor.h>
 #include <zrbasic/platform/appkit/event.h>
 #include <zrbasic/platform/appkit/layer.h>
+#include <zrbasic/platform/appkit/layout_constraint.h>
+#include <zrbasic/platform/appkit/toolkit.h>
 #include <zrbasic/platform/appkit/tracking_area.h>
 #include <zrbasic/platform/appkit/window.h>
 #include <zrbasic/platform/foundation/string.h>
@@ -14,19 +16,6 @@
 #include <utility>
 
 namespace zr {
-namespace {
-
-std::size_t indexOf(NSLayoutConstraintOrientation orientation) {
-    return orientation == NSLayoutConstraintOrientationVertical ? 1 : 0;
-}
-
-/// The smallest rectangle around two opposite corners, which change places where y turns around.
-NSRect rectAround(NSPoint a, NSPoint b) {
-    return {{std::min(a.x, b.x), std::min(a.y, b.y)}, {std::abs(b.x - a.x), std::abs(b.y - a.y)}};
-}
-
-} // namespace
-
 ZR_DEFINE_CLASS(NSView) {
     is.method<&NSView::initWithFrame>("initWithFrame:");
     is.method<&NSView::frame>("frame");
@@ -80,6 +69,12 @@ ZR_DEFINE_CLASS(NSView) {
         "contentCompressionResistancePriorityForOrientation:");
     is.method<&NSView::setContentCompressionResistancePriority_forOrientation>(
         "setContentCompressionResistancePriority:forOrientation:");
+    is.method<&NSView::addConstraint>("addConstraint:");
+    is.method<&NSView::addConstraints>("addConstraints:");
+    is.method<&NSView::removeConstraint>("removeConstraint:");
+    is.method<&NSView::constraints>("constraints");
+    is.method<&NSView::translatesAutoresizingMaskIntoConstraints>("translatesAutoresizingMaskIntoConstraints");
+    is.method<&NSView::setTranslatesAutoresizingMaskIntoConstraints>("setTranslatesAutoresizingMaskIntoConstraints:");
     is.method<&NSView::tag>("tag");
     is.method<&NSView::identifier>("identifier");
     is.method<&NSView::setIdentifier>("setIdentifier:");
@@ -87,14 +82,22 @@ ZR_DEFINE_CLASS(NSView) {
     is.method<&NSView::setToolTip>("setToolTip:");
     is.method<&NSView::focusRingType>("focusRingType");
     is.method<&NSView::setFocusRingType>("setFocusRingType:");
+    is.method<&NSView::nextKeyView>("nextKeyView");
+    is.method<&NSView::setNextKeyView>("setNextKeyView:");
+    is.method<&NSView::previousKeyView>("previousKeyView");
+    is.method<&NSView::canBecomeKeyView>("canBecomeKeyView");
+    is.method<&NSView::accessibilityLabel>("accessibilityLabel");
+    is.method<&NSView::setAccessibilityLabel>("setAccessibilityLabel:");
 }
 
 NSView::NSView() = default;
 
 NSView::~NSView() {
+    // First of all: what the peer does on its way out must not find the view any more, from below neither.
     for (const Ref<NSView>& view : m_subviews) {
         view->m_superview = nullptr;
     }
+    m_peer.reset();
 }
 
 id NSView::init() {
@@ -116,6 +119,7 @@ void NSView::setFrameOrigin(NSPoint origin) {
         return;
     }
     m_frame.origin = origin;
+    tellPeer(ViewChange::Frame);
     if (m_superview) {
         send<void>(m_superview, "setNeedsDisplay:"_sel, true);
     }
@@ -137,6 +141,7 @@ void NSView::setBoundsOrigin(NSPoint origin) {
 
 // What depends on the bounds is done by message, so that a class or an object may see to its own.
 void NSView::geometryChanged() {
+    tellPeer(ViewChange::Frame);
     send<void>(this, "setNeedsDisplay:"_sel, true);
     send<void>(this, "updateTrackingAreas"_sel);
     discardCursorRects();
@@ -165,6 +170,7 @@ void NSView::addSubview_positioned_relativeTo(NSView* view, NSWindowOrderingMode
     }
     const Ref<NSView> kept(view);
     const Ref<NSView> self(this);
+    view->leaveOwnWindow();
     const Ref<NSWindow> newWindow = window();
     const bool changesWindow = view->window() != newWindow;
     send<void>(view, "viewWillMoveToSuperview:"_sel, this);
@@ -184,11 +190,23 @@ void NSView::addSubview_positioned_relativeTo(NSView* view, NSWindowOrderingMode
     }
     m_subviews.insert(position, kept);
     view->m_superview = this;
+    tellPeer(ViewChange::Subviews);
+    // Its frame means another place now, and this view may have nothing on the screen that would see to it.
+    view->tellPeer(ViewChange::Frame);
     send<void>(view, "viewDidMoveToSuperview"_sel);
     if (changesWindow) {
         view->tellTree("viewDidMoveToWindow"_sel, nullptr);
     }
     send<void>(this, "setNeedsDisplay:"_sel, true);
+}
+
+void NSView::leaveOwnWindow() {
+    const Ref<NSWindow> own = m_window.lock();
+    if (own && own->contentView() == this) {
+        own->setContentView(nullptr);
+    } else {
+        moveToHostWindow(nullptr);
+    }
 }
 
 void NSView::removeFromSuperview() {
@@ -220,6 +238,7 @@ void NSView::detach() {
         return;
     }
     std::erase(superview->m_subviews, this);
+    superview->tellPeer(ViewChange::Subviews);
     send<void>(superview, "setNeedsDisplay:"_sel, true);
 }
 
@@ -249,7 +268,7 @@ Ref<NSWindow> NSView::window() const {
     while (outermost->m_superview) {
         outermost = outermost->m_superview;
     }
-    return Ref<NSWindow>(outermost->m_window);
+    return outermost->m_window.lock();
 }
 
 void NSView::tellTree(SEL operation, NSWindow* window) {
@@ -278,7 +297,7 @@ Ref<NSResponder> NSView::nextResponder() const {
     if (m_hasOwnNextResponder) {
         return NSResponder::nextResponder();
     }
-    return m_superview ? Ref<NSResponder>(m_superview) : Ref<NSResponder>(m_window);
+    return m_superview ? Ref<NSResponder>(m_superview) : Ref<NSResponder>(m_window.lock());
 }
 
 void NSView::setNextResponder(NSResponder* responder) {
@@ -306,60 +325,12 @@ Ref<NSView> NSView::hitTest(NSPoint point) {
     return Ref<NSView>(this);
 }
 
-NSPoint NSView::toSuperview(NSPoint point) const {
-    const bool isUpsideDown = m_superview && m_superview->isFlipped();
-    const double dy = point.y - m_boundsOrigin.y;
-    return {m_frame.origin.x + point.x - m_boundsOrigin.x,
-            isFlipped() == isUpsideDown ? m_frame.origin.y + dy : m_frame.origin.y + m_frame.size.height - dy};
-}
-
-NSPoint NSView::fromSuperview(NSPoint point) const {
-    const bool isUpsideDown = m_superview && m_superview->isFlipped();
-    const double dy =
-        isFlipped() == isUpsideDown ? point.y - m_frame.origin.y : m_frame.origin.y + m_frame.size.height - point.y;
-    return {m_boundsOrigin.x + point.x - m_frame.origin.x, m_boundsOrigin.y + dy};
-}
-
-NSPoint NSView::fromOutermost(NSPoint point) const {
-    std::vector<const NSView*> way;
-    for (const NSView* view = this; view; view = view->m_superview) {
-        way.push_back(view);
-    }
-    for (auto step = way.rbegin(); step != way.rend(); ++step) {
-        point = (*step)->fromSuperview(point);
-    }
-    return point;
-}
-
-NSPoint NSView::convertPoint_toView(NSPoint point, NSView* view) const {
-    // The way up and down again would not change the point, but for rounding.
-    if (view == this) {
-        return point;
-    }
-    for (const NSView* ancestor = this; ancestor; ancestor = ancestor->m_superview) {
-        point = ancestor->toSuperview(point);
-    }
-    return view ? view->fromOutermost(point) : point;
-}
-
-NSPoint NSView::convertPoint_fromView(NSPoint point, NSView* view) const {
-    return view ? view->convertPoint_toView(point, const_cast<NSView*>(this)) : fromOutermost(point);
-}
-
-NSRect NSView::convertRect_toView(NSRect rect, NSView* view) const {
-    return rectAround(convertPoint_toView(rect.origin, view), convertPoint_toView({NSMaxX(rect), NSMaxY(rect)}, view));
-}
-
-NSRect NSView::convertRect_fromView(NSRect rect, NSView* view) const {
-    return rectAround(convertPoint_fromView(rect.origin, view),
-                      convertPoint_fromView({NSMaxX(rect), NSMaxY(rect)}, view));
-}
-
 void NSView::setHidden(bool hidden) {
     if (m_isHidden == hidden) {
         return;
     }
     m_isHidden = hidden;
+    tellPeer(ViewChange::Hidden);
     if (m_superview) {
         send<void>(m_superview, "setNeedsDisplay:"_sel, true);
     }
@@ -376,6 +347,7 @@ bool NSView::isHiddenOrHasHiddenAncestor() const {
 
 void NSView::setAlphaValue(double alpha) {
     m_alphaValue = std::isnan(alpha) ? 1 : std::clamp(alpha, 0.0, 1.0);
+    tellPeer(ViewChange::Alpha);
     send<void>(this, "setNeedsDisplay:"_sel, true);
 }
 
@@ -387,6 +359,7 @@ void NSView::setWantsLayer(bool wants) {
     if (m_layer) {
         m_layer->setDelegate(this);
     }
+    tellPeer(ViewChange::Layer);
     send<void>(this, "setNeedsDisplay:"_sel, true);
 }
 
@@ -396,6 +369,9 @@ Ref<CALayer> NSView::layer() const {
 
 void NSView::setNeedsDisplay(bool needs) {
     m_needsDisplay = needs;
+    if (needs) {
+        tellPeer(ViewChange::Display);
+    }
 }
 
 void NSView::drawRect(NSRect) {}
@@ -407,11 +383,13 @@ Ref<NSArray> NSView::trackingAreas() const {
 void NSView::addTrackingArea(NSTrackingArea* area) {
     if (area && std::find(m_trackingAreas.begin(), m_trackingAreas.end(), area) == m_trackingAreas.end()) {
         m_trackingAreas.push_back(Ref<NSTrackingArea>(area));
+        tellPeer(ViewChange::TrackingAreas);
     }
 }
 
 void NSView::removeTrackingArea(NSTrackingArea* area) {
     std::erase(m_trackingAreas, area);
+    tellPeer(ViewChange::TrackingAreas);
 }
 
 void NSView::updateTrackingAreas() {}
@@ -421,36 +399,13 @@ void NSView::resetCursorRects() {}
 void NSView::addCursorRect_cursor(NSRect rect, NSCursor* cursor) {
     if (cursor && !NSIsEmptyRect(rect)) {
         m_cursorRects.push_back({rect, Ref<NSCursor>(cursor)});
+        tellPeer(ViewChange::CursorRects);
     }
 }
 
 void NSView::discardCursorRects() {
     m_cursorRects.clear();
-}
-
-NSSize NSView::intrinsicContentSize() const {
-    return {NSViewNoIntrinsicMetric, NSViewNoIntrinsicMetric};
-}
-
-void NSView::invalidateIntrinsicContentSize() {}
-
-NSLayoutPriority NSView::contentHuggingPriorityForOrientation(NSLayoutConstraintOrientation orientation) const {
-    return m_hugging[indexOf(orientation)];
-}
-
-void NSView::setContentHuggingPriority_forOrientation(NSLayoutPriority priority,
-                                                      NSLayoutConstraintOrientation orientation) {
-    m_hugging[indexOf(orientation)] = priority;
-}
-
-NSLayoutPriority NSView::contentCompressionResistancePriorityForOrientation(
-    NSLayoutConstraintOrientation orientation) const {
-    return m_resistance[indexOf(orientation)];
-}
-
-void NSView::setContentCompressionResistancePriority_forOrientation(NSLayoutPriority priority,
-                                                                    NSLayoutConstraintOrientation orientation) {
-    m_resistance[indexOf(orientation)] = priority;
+    tellPeer(ViewChange::CursorRects);
 }
 
 NSInteger NSView::tag() const {
@@ -463,6 +418,49 @@ void NSView::setIdentifier(NSString* identifier) {
 
 void NSView::setToolTip(NSString* toolTip) {
     m_toolTip = toolTip ? Ref<NSString>(cast<NSString>(toolTip->copy())) : nullptr;
+    tellPeer(ViewChange::ToolTip);
+}
+
+void NSView::setNextKeyView(NSView* view) {
+    m_nextKeyView = Weak<NSView>(view);
+    if (view) {
+        view->m_previousKeyView = Weak<NSView>(this);
+    }
+}
+
+bool NSView::canBecomeKeyView() const {
+    return !isHiddenOrHasHiddenAncestor() && send<bool>(const_cast<NSView*>(this), "acceptsFirstResponder"_sel);
+}
+
+void NSView::setAccessibilityLabel(NSString* label) {
+    m_accessibilityLabel = label ? Ref<NSString>(cast<NSString>(label->copy())) : nullptr;
+    tellPeer(ViewChange::Accessibility);
+}
+
+ViewPeer* NSView::ensurePeer() {
+    if (!m_peer) {
+        m_peer = currentToolkit().makeViewPeer(*this);
+    }
+    return m_peer.get();
+}
+
+void NSView::moveToHostWindow(NSWindow* window) {
+    if (m_superview || m_window.lock() == window) {
+        return;
+    }
+    const Ref<NSView> self(this);
+    tellTree("viewWillMoveToWindow:"_sel, window);
+    if (const Ref<NSWindow> before = this->window()) {
+        before->loseFirstResponderIn(this);
+    }
+    m_window = Weak<NSWindow>(window);
+    tellTree("viewDidMoveToWindow"_sel, nullptr);
+}
+
+void NSView::tellPeer(ViewChange change) {
+    if (m_peer) {
+        m_peer->viewChanged(change);
+    }
 }
 
 } // namespace zr

@@ -1,15 +1,18 @@
 #pragma once
 
+#include <zrbasic/platform/appkit/peer.h>
 #include <zrbasic/platform/appkit/responder.h>
 #include <zrbasic/platform/foundation/array.h>
 #include <zrbasic/platform/foundation/geometry.h>
 
+#include <memory>
 #include <vector>
 
 namespace zr {
 
 class CALayer;
 class NSCursor;
+class NSLayoutConstraint;
 class NSTrackingArea;
 class NSView;
 class NSWindow;
@@ -55,7 +58,9 @@ struct CursorRect {
 /// left, or at the upper left where `isFlipped` says so; that of the outermost view's superview, which is none, at the
 /// lower left. Coordinates are kept exactly as they are set.
 ///
-/// A view keeps its subviews and not its superview. Main thread only.
+/// A view keeps its subviews and not its superview. What stands on the screen for it is its peer, which it has only
+/// while it is, or was, on one: all of its state is in the view. Main thread only, though the last reference may be let
+/// go anywhere.
 class ZR_EXPORT NSView : public NSResponder {
     ZR_DECLARE_CLASS(NSView, NSResponder)
   public:
@@ -165,6 +170,18 @@ class ZR_EXPORT NSView : public NSResponder {
     void setContentCompressionResistancePriority_forOrientation(NSLayoutPriority priority,
                                                                 NSLayoutConstraintOrientation orientation);
 
+    /// What limits the extents of the view and of those in it (see layout_constraint.h); kept. Adding null, or what is
+    /// there already, and removing what is not there, do nothing.
+    void addConstraint(NSLayoutConstraint* constraint);
+    /// Anything else in the list is skipped.
+    void addConstraints(NSArray* constraints);
+    void removeConstraint(NSLayoutConstraint* constraint);
+    /// A list of the moment; never null.
+    [[nodiscard]] Ref<NSArray> constraints() const;
+    /// Whether the frame as it was set says where the view is, rather than constraints; true at first.
+    [[nodiscard]] bool translatesAutoresizingMaskIntoConstraints() const { return m_translatesAutoresizingMask; }
+    void setTranslatesAutoresizingMaskIntoConstraints(bool translates);
+
     /// 0 unless overridden.
     [[nodiscard]] virtual NSInteger tag() const;
     /// What the view is known by; null at first. Copied when set.
@@ -175,6 +192,35 @@ class ZR_EXPORT NSView : public NSResponder {
     [[nodiscard]] NSFocusRingType focusRingType() const { return m_focusRingType; }
     void setFocusRingType(NSFocusRingType type) { m_focusRingType = type; }
 
+    /// Where the tab key leads from here, and the other way round; null, at first, leaves that to where the views lie.
+    /// Not kept.
+    [[nodiscard]] Ref<NSView> nextKeyView() const { return m_nextKeyView.lock(); }
+    [[nodiscard]] Ref<NSView> previousKeyView() const { return m_previousKeyView.lock(); }
+    /// The receiver becomes the previous one of `view`.
+    void setNextKeyView(NSView* view);
+    /// Whether the tab key may stop here: when it accepts to be first responder and nothing hides it.
+    [[nodiscard]] virtual bool canBecomeKeyView() const;
+
+    /// What those are told who cannot see the view; null at first. Copied when set.
+    [[nodiscard]] Ref<NSString> accessibilityLabel() const { return m_accessibilityLabel; }
+    void setAccessibilityLabel(NSString* label);
+
+    // For toolkits
+
+    /// What stands on the screen for the view; null when nothing does.
+    [[nodiscard]] ViewPeer* peer() const { return m_peer.get(); }
+    /// The peer, made by the current toolkit when there is none; null when that makes none either.
+    ViewPeer* ensurePeer();
+    /// Takes the peer off the screen; what it shows next is made anew.
+    void dropPeer() { m_peer.reset(); }
+    /// Puts a view without a superview into a window that has it on the screen without being its content view, or
+    /// takes it out again for null; the window is not kept.
+    void moveToHostWindow(NSWindow* window);
+
+  protected:
+    /// Tells the peer, if there is one.
+    void tellPeer(ViewChange change);
+
   private:
     /// From the view's coordinates to its superview's, and back.
     [[nodiscard]] NSPoint toSuperview(NSPoint point) const;
@@ -182,16 +228,19 @@ class ZR_EXPORT NSView : public NSResponder {
     /// From the coordinates around the outermost view.
     [[nodiscard]] NSPoint fromOutermost(NSPoint point) const;
     void geometryChanged();
+    /// Of the outermost view in a window: it is no longer that.
+    void leaveOwnWindow();
     void detach();
     void tellTree(SEL operation, NSWindow* window);
+    void constraintChanged(NSLayoutConstraint& constraint);
 
     friend class NSWindow;
 
     NSRect m_frame;
     NSPoint m_boundsOrigin;
     NSView* m_superview = nullptr;
-    /// Of a window's content view; null in all others.
-    NSWindow* m_window = nullptr;
+    /// Of the outermost view in a window; null in all others.
+    Weak<NSWindow> m_window;
     std::vector<Ref<NSView>> m_subviews;
     bool m_hasOwnNextResponder = false;
     bool m_isHidden = false;
@@ -202,9 +251,15 @@ class ZR_EXPORT NSView : public NSResponder {
     std::vector<CursorRect> m_cursorRects;
     NSLayoutPriority m_hugging[2] = {NSLayoutPriorityDefaultLow, NSLayoutPriorityDefaultLow};
     NSLayoutPriority m_resistance[2] = {NSLayoutPriorityDefaultHigh, NSLayoutPriorityDefaultHigh};
+    std::vector<Ref<NSLayoutConstraint>> m_constraints;
+    bool m_translatesAutoresizingMask = true;
     Ref<NSString> m_identifier;
     Ref<NSString> m_toolTip;
     NSFocusRingType m_focusRingType = NSFocusRingTypeDefault;
+    Weak<NSView> m_nextKeyView;
+    Weak<NSView> m_previousKeyView;
+    Ref<NSString> m_accessibilityLabel;
+    std::unique_ptr<ViewPeer> m_peer;
 };
 
 } // namespace zr
