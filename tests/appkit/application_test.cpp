@@ -86,6 +86,34 @@ TEST(ModalSession, isOverAfterAnException) {
     window->orderOut(nullptr);
 }
 
+TEST(ModalSession, takesTheEventsOfAllOtherWindows) {
+    const auto application = NSApplication::sharedApplication();
+    const auto outer = make<NSWindow>();
+    const auto inner = make<NSWindow>();
+    const auto allowed = [&] {
+        std::string text;
+        for (const Ref<NSWindow>& window : {outer, inner, Ref<NSWindow>()}) {
+            text += application->allowsEventsForWindow(window) ? '+' : '-';
+        }
+        return text;
+    };
+    EXPECT_EQ(allowed(), "+++");
+    later([&] {
+        EXPECT_EQ(allowed(), "+--");
+        later([&] {
+            EXPECT_EQ(allowed(), "-+-") << "the latest one's alone";
+            application->stopModal();
+        });
+        (void)application->runModalForWindow(inner);
+        EXPECT_EQ(allowed(), "+--");
+        application->stopModal();
+    });
+    (void)application->runModalForWindow(outer);
+    EXPECT_EQ(allowed(), "+++");
+    outer->orderOut(nullptr);
+    inner->orderOut(nullptr);
+}
+
 TEST(ModalSession, needsAWindow) {
     const auto application = NSApplication::sharedApplication();
     EXPECT_EQ(application->runModalForWindow(nullptr), NSModalResponseAbort);

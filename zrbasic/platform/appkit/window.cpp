@@ -1,7 +1,14 @@
 #include <zrbasic/platform/appkit/window.h>
 
 #include <zrbasic/platform/appkit/application.h>
+#include <zrbasic/platform/appkit/button.h>
+#include <zrbasic/platform/appkit/event.h>
+#include <zrbasic/platform/appkit/key_view_order_p.h>
+#include <zrbasic/platform/appkit/text_view.h>
+#include <zrbasic/platform/appkit/toolbar.h>
+#include <zrbasic/platform/appkit/toolkit.h>
 #include <zrbasic/platform/appkit/window_controller.h>
+#include <zrbasic/platform/foundation/dictionary.h>
 #include <zrbasic/platform/foundation/notification_center.h>
 #include <zrbasic/platform/foundation/process_info.h>
 #include <zrbasic/platform/foundation/string.h>
@@ -13,6 +20,18 @@ namespace zr {
 namespace {
 
 NSInteger nextWindowNumber = 1;
+
+/// Offers the key press to the view and all views in it, those in front first.
+bool performKeyEquivalentIn(NSView* view, NSEvent* event) {
+    const Ref<NSView> kept(view);
+    const Ref<NSArray> subviews = view->subviews();
+    for (NSUInteger i = subviews->count(); i > 0; --i) {
+        if (performKeyEquivalentIn(static_cast<NSView*>(subviews->objectAtIndex(i - 1).get()), event)) {
+            return true;
+        }
+    }
+    return send<bool>(view, "performKeyEquivalent:"_sel, event);
+}
 
 void post(NSString* name, NSWindow* window) {
     NSNotificationCenter::defaultCenter()->postNotificationName_object(name, window);
@@ -45,6 +64,10 @@ ZR_DEFINE_CLASS(NSWindow) {
     is.method<&NSWindow::setContentView>("setContentView:");
     is.method<&NSWindow::firstResponder>("firstResponder");
     is.method<&NSWindow::makeFirstResponder>("makeFirstResponder:");
+    is.method<&NSWindow::selectNextKeyView>("selectNextKeyView:");
+    is.method<&NSWindow::selectPreviousKeyView>("selectPreviousKeyView:");
+    is.method<&NSWindow::fieldEditor_forObject>("fieldEditor:forObject:");
+    is.method<&NSWindow::endEditingFor>("endEditingFor:");
     is.method<&NSWindow::isVisible>("isVisible");
     is.method<&NSWindow::orderFront>("orderFront:");
     is.method<&NSWindow::makeKeyAndOrderFront>("makeKeyAndOrderFront:");
@@ -58,6 +81,24 @@ ZR_DEFINE_CLASS(NSWindow) {
     is.method<&NSWindow::close>("close");
     is.method<&NSWindow::performClose>("performClose:");
     is.method<&NSWindow::isModalPanel>("isModalPanel");
+    is.method<&NSWindow::minSize>("minSize");
+    is.method<&NSWindow::setMinSize>("setMinSize:");
+    is.method<&NSWindow::maxSize>("maxSize");
+    is.method<&NSWindow::setMaxSize>("setMaxSize:");
+    is.method<&NSWindow::center>("center");
+    is.method<&NSWindow::isMiniaturized>("isMiniaturized");
+    is.method<&NSWindow::miniaturize>("miniaturize:");
+    is.method<&NSWindow::deminiaturize>("deminiaturize:");
+    is.method<&NSWindow::performMiniaturize>("performMiniaturize:");
+    is.method<&NSWindow::isZoomed>("isZoomed");
+    is.method<&NSWindow::zoom>("zoom:");
+    is.method<&NSWindow::performZoom>("performZoom:");
+    is.method<&NSWindow::standardWindowButton>("standardWindowButton:");
+    is.method<&NSWindow::toolbar>("toolbar");
+    is.method<&NSWindow::setToolbar>("setToolbar:");
+    is.method<&NSWindow::animations>("animations");
+    is.method<&NSWindow::setAnimations>("setAnimations:");
+    is.method<&NSWindow::animator>("animator");
 }
 
 Ref<NSString> NSWindowWillCloseNotification() {
@@ -77,9 +118,12 @@ NSWindow::NSWindow() : m_title(""_ns), m_windowNumber(nextWindowNumber++) {
 }
 
 NSWindow::~NSWindow() {
+    // First of all: what it does on its way out must not find the window any more.
+    m_peer.reset();
     if (m_contentView) {
         m_contentView->m_window = nullptr;
     }
+    leaveTitleBar();
 }
 
 id NSWindow::init() {
@@ -97,11 +141,13 @@ id NSWindow::initWithContentRect_styleMask(NSRect contentRect, NSUInteger styleM
 void NSWindow::setStyleMask(NSUInteger styleMask) {
     const NSRect content = contentRectForFrameRect(m_frame);
     m_styleMask = styleMask;
+    tellPeer(WindowChange::StyleMask);
     setFrame_display(frameRectForContentRect(content), true);
 }
 
 void NSWindow::setTitle(NSString* title) {
     m_title = title ? Ref<NSString>(cast<NSString>(title->copy())) : ""_ns;
+    tellPeer(WindowChange::Title);
 }
 
 void NSWindow::setIdentifier(NSString* identifier) {
@@ -127,6 +173,8 @@ double NSWindow::titleHeight() const {
 
 void NSWindow::setFrame_display(NSRect frame, bool display) {
     m_frame = frame;
+    tellPeer(WindowChange::Frame);
+    layOutTitleBar();
     if (!m_contentView) {
         return;
     }
@@ -178,6 +226,7 @@ void NSWindow::setContentView(NSView* view) {
     fresh->tellTree("viewWillMoveToWindow:"_sel, this);
     m_contentView = fresh;
     fresh->m_window = this;
+    tellPeer(WindowChange::ContentView);
     fresh->setFrame({NSZeroPoint, contentRectForFrameRect(m_frame).size});
     fresh->tellTree("viewDidMoveToWindow"_sel, nullptr);
 }
@@ -193,14 +242,87 @@ bool NSWindow::makeFirstResponder(NSResponder* responder) {
     if (before == responder || (before == this && !responder)) {
         return true;
     }
-    if (before != this && !send<bool>(before, "resignFirstResponder"_sel)) {
-        return false;
-    }
+    // Nobody has it while the one before is asked, so that what the end of editing sets off can be told from that.
     m_firstResponder = nullptr;
-    if (responder && responder != this && send<bool>(responder, "becomeFirstResponder"_sel)) {
-        m_firstResponder = Weak<NSResponder>(responder);
+    if (before != this) {
+        const bool resigns = send<bool>(before, "resignFirstResponder"_sel);
+        if (m_firstResponder.lock()) {
+            // Whoever was told has given the keyboard to somebody: return selects the text again, an action goes on to
+            // the next field.
+            return !responder || firstResponder() == responder;
+        }
+        if (!resigns) {
+            m_firstResponder = Weak<NSResponder>(before);
+            return false;
+        }
     }
+    // A control that is edited hands the keyboard on to the field editor meanwhile; then that one has it.
+    if (responder && responder != this && send<bool>(responder, "becomeFirstResponder"_sel) &&
+        !m_firstResponder.lock()) {
+        m_firstResponder = Weak<NSResponder>(responder);
+        auto* const view = cast<NSView>(responder);
+        if (view && view->peer()) {
+            view->peer()->takeKeyboard();
+        }
+    }
+    tellPeer(WindowChange::FirstResponder);
     return true;
+}
+
+void NSWindow::selectNextKeyView(NSObject*) {
+    moveKeyboard(true);
+}
+
+void NSWindow::selectPreviousKeyView(NSObject*) {
+    moveKeyboard(false);
+}
+
+void NSWindow::moveKeyboard(bool isForwards) {
+    const Ref<NSResponder> first = firstResponder();
+    auto* from = cast<NSView>(first.get());
+    if (from && from == m_fieldEditor) {
+        from = from->superview();
+    }
+    const Ref<NSView> next = nextKeyViewFrom(m_contentView, from, isForwards);
+    if (next && next != from) {
+        makeFirstResponder(next);
+    }
+}
+
+Ref<NSText> NSWindow::fieldEditor_forObject(bool create, NSObject*) {
+    if (!m_fieldEditor && create) {
+        m_fieldEditor = make<NSTextView>();
+        m_fieldEditor->setFieldEditor(true);
+    }
+    return m_fieldEditor;
+}
+
+void NSWindow::endEditingFor(NSObject* object) {
+    const Ref<NSText> editor = m_fieldEditor;
+    if (editor && firstResponder() == editor && (!object || editor->delegate() == object)) {
+        makeFirstResponder(nullptr);
+    }
+}
+
+void NSWindow::keyDown(NSEvent* event) {
+    if (!event || send<bool>(this, "performKeyEquivalent:"_sel, event)) {
+        return;
+    }
+    const Ref<NSString> characters = event->characters();
+    const bool isTab = characters && characters->isEqual("\t"_ns);
+    // Some keyboards say shift-tab by a character of its own.
+    const bool isBacktab = characters && characters->isEqual("\x19"_ns);
+    if (isBacktab || (isTab && (event->modifierFlags() & NSEventModifierFlagShift) != 0)) {
+        send<void>(this, "selectPreviousKeyView:"_sel, this);
+    } else if (isTab) {
+        send<void>(this, "selectNextKeyView:"_sel, this);
+    } else {
+        NSResponder::keyDown(event);
+    }
+}
+
+bool NSWindow::performKeyEquivalent(NSEvent* event) {
+    return event && performKeyEquivalentIn(m_contentView, event);
 }
 
 void NSWindow::loseFirstResponderIn(NSView* view) {
@@ -209,7 +331,11 @@ void NSWindow::loseFirstResponderIn(NSView* view) {
     if (focused && focused->isDescendantOf(view)) {
         makeFirstResponder(nullptr);
         // It may have refused, but it cannot stay.
-        m_firstResponder = nullptr;
+        const Ref<NSResponder> now = m_firstResponder.lock();
+        auto* const left = cast<NSView>(now.get());
+        if (left && left->isDescendantOf(view)) {
+            m_firstResponder = nullptr;
+        }
     }
 }
 
@@ -227,13 +353,13 @@ void NSWindow::makeKeyAndOrderFront(NSObject* sender) {
 }
 
 void NSWindow::orderOut(NSObject*) {
-    NSApplication::sharedApplication()->hide(this);
+    NSApplication::sharedApplication()->takeAway(this);
 }
 
 void NSWindow::orderWindow_relativeTo(NSWindowOrderingMode place, NSInteger windowNumber) {
     const Ref<NSApplication> application = NSApplication::sharedApplication();
     if (place == NSWindowOut) {
-        application->hide(this);
+        application->takeAway(this);
     } else {
         application->show(this, place != NSWindowBelow, application->windowWithWindowNumber(windowNumber));
     }
@@ -253,11 +379,20 @@ void NSWindow::makeKeyWindow() {
     }
 }
 
+void NSWindow::redrawFirstResponder() {
+    const Ref<NSResponder> first = m_firstResponder.lock();
+    if (cast<NSView>(first)) {
+        send<void>(first, "setNeedsDisplay:"_sel, true);
+    }
+}
+
 void NSWindow::becomeKeyWindow() {
+    redrawFirstResponder();
     post(NSWindowDidBecomeKeyNotification(), this);
 }
 
 void NSWindow::resignKeyWindow() {
+    redrawFirstResponder();
     post(NSWindowDidResignKeyNotification(), this);
 }
 
@@ -295,6 +430,23 @@ void NSWindow::performClose(NSObject*) {
 
 bool NSWindow::isModalPanel() const {
     return false;
+}
+
+WindowPeer* NSWindow::ensurePeer() {
+    if (!m_peer) {
+        m_peer = currentToolkit().makeWindowPeer(*this);
+    }
+    return m_peer.get();
+}
+
+void NSWindow::setPeer(std::unique_ptr<WindowPeer> peer) {
+    m_peer = std::move(peer);
+}
+
+void NSWindow::tellPeer(WindowChange change) {
+    if (m_peer) {
+        m_peer->windowChanged(change);
+    }
 }
 
 } // namespace zr

@@ -2,8 +2,14 @@
 
 #include <zrbasic/platform/appkit/view.h>
 
+#include <limits>
+
 namespace zr {
 
+class NSButton;
+class NSDictionary;
+class NSText;
+class NSToolbar;
 class NSWindowController;
 
 /// What a window has around its content; a sum of these.
@@ -18,6 +24,13 @@ enum NSWindowStyleMask : NSUInteger {
     NSWindowStyleMaskFullScreen = 1 << 14,
     /// The content reaches up behind the title.
     NSWindowStyleMaskFullSizeContentView = 1 << 15,
+};
+
+/// The buttons in a window's title bar.
+enum NSWindowButton : NSUInteger {
+    NSWindowCloseButton = 0,
+    NSWindowMiniaturizeButton = 1,
+    NSWindowZoomButton = 2,
 };
 
 /// A window is about to close; its object is the window.
@@ -70,6 +83,15 @@ class ZR_EXPORT NSWindow : public NSResponder {
     /// The part of a frame that is content, and the frame around a content, for the window's style.
     [[nodiscard]] NSRect contentRectForFrameRect(NSRect frame) const;
     [[nodiscard]] NSRect frameRectForContentRect(NSRect content) const;
+    /// How small and how large a user can make the frame; nothing and without limit at first. Frames that are set are
+    /// taken as they are.
+    [[nodiscard]] NSSize minSize() const { return m_minSize; }
+    void setMinSize(NSSize size);
+    [[nodiscard]] NSSize maxSize() const { return m_maxSize; }
+    void setMaxSize(NSSize size);
+    /// Places it on the main screen, in the middle across and with twice as much room below as above. Without a screen
+    /// it stays where it is.
+    virtual void center();
     /// From coordinates with the origin at the lower left of the content to the screen's, and back.
     [[nodiscard]] NSRect convertRectToScreen(NSRect rect) const;
     [[nodiscard]] NSRect convertRectFromScreen(NSRect rect) const;
@@ -85,6 +107,17 @@ class ZR_EXPORT NSWindow : public NSResponder {
     /// False, and nothing changed, when the present one refuses to resign. Null, and one that refuses, leave the window
     /// itself.
     virtual bool makeFirstResponder(NSResponder* responder);
+    /// The view that the tab key leads to, from the one that is edited or first responder now, becomes first responder;
+    /// from the last one it goes on to the first. Nothing happens when no view can take it.
+    virtual void selectNextKeyView(NSObject* sender);
+    virtual void selectPreviousKeyView(NSObject* sender);
+
+    /// The one text view that the window's fields are edited in, one after the other; made when there is none, unless
+    /// `create` is false, which gives null then. `object` is who wants it and may be null.
+    [[nodiscard]] virtual Ref<NSText> fieldEditor_forObject(bool create, NSObject* object);
+    /// Ends what `object`, a control, is being edited for, as if another view were made first responder; the window is
+    /// first responder then. Null ends it whoever is edited.
+    virtual void endEditingFor(NSObject* object);
 
     [[nodiscard]] bool isVisible() const;
     /// Shows it in front of the others; does not make it key.
@@ -109,8 +142,66 @@ class ZR_EXPORT NSWindow : public NSResponder {
     /// Whether the window is made to be run modally, as an alert's is; false unless overridden.
     [[nodiscard]] virtual bool isModalPanel() const;
 
+    [[nodiscard]] bool isMiniaturized() const { return m_isMiniaturized; }
+    virtual void miniaturize(NSObject* sender);
+    virtual void deminiaturize(NSObject* sender);
+    /// Whether the frame is the part of the main screen that is left to windows.
+    [[nodiscard]] bool isZoomed() const;
+    /// Makes the frame as large as that, or what it was before.
+    virtual void zoom(NSObject* sender);
+    /// As a user does it by the buttons: only where the style allows it.
+    virtual void performMiniaturize(NSObject* sender);
+    virtual void performZoom(NSObject* sender);
+
+    /// The title bar's own button for closing, miniaturising or zooming, an `NSWindowButton`: always the same one. Null
+    /// for another number and for a window without a title. A hidden button is not shown in the title bar.
+    [[nodiscard]] virtual Ref<NSButton> standardWindowButton(NSUInteger button);
+    /// Null at first. A toolbar leaves the window that it was in.
+    [[nodiscard]] Ref<NSToolbar> toolbar() const;
+    virtual void setToolbar(NSToolbar* toolbar);
+
+    /// The animations that `animator` plays, by the name of what they change; the empty dictionary at first and for
+    /// null. Copied when set.
+    [[nodiscard]] Ref<NSDictionary> animations() const;
+    void setAnimations(NSDictionary* animations);
+    /// Stands for the window, and answers every message as the window does, but a place that is set through it,
+    /// `setFrameOrigin:`, plays the animation of the name "frameOrigin" on the way. The frame is the new one at once. A
+    /// window that is not on a screen just has it.
+    [[nodiscard]] id animator();
+
+    /// Carries out a key press that no view dealt with: the one that a button waits for, or tab and shift-tab for the
+    /// keyboard to go on.
+    void keyDown(NSEvent* event) override;
+    /// Asks the views, those in front first.
+    bool performKeyEquivalent(NSEvent* event) override;
+
+    // For toolkits
+
+    /// The user has miniaturised the window on the desktop, or has brought it back.
+    void wasMiniaturized(bool isMiniaturized) { m_isMiniaturized = isMiniaturized; }
+    /// What stands on the screen for the window; null before it is first shown.
+    [[nodiscard]] WindowPeer* peer() const { return m_peer.get(); }
+    /// The peer, made by the current toolkit when there is none; null when that makes none either.
+    WindowPeer* ensurePeer();
+    void setPeer(std::unique_ptr<WindowPeer> peer);
+    /// Takes the peer off the screen; what it shows next is made anew.
+    void dropPeer() { m_peer.reset(); }
+
+  protected:
+    /// Tells the peer, if there is one.
+    void tellPeer(WindowChange change);
+
   private:
     friend class NSView;
+    friend class TitleBarButton;
+
+    /// What lies above the content; made when it is needed.
+    NSView* ensureTitleBar();
+    void layOutTitleBar();
+    void leaveTitleBar();
+    /// The focus ring shows only in the key window.
+    void redrawFirstResponder();
+    void moveKeyboard(bool isForwards);
 
     /// The first responder must not stay in a view that leaves.
     void loseFirstResponderIn(NSView* view);
@@ -125,6 +216,16 @@ class ZR_EXPORT NSWindow : public NSResponder {
     Weak<NSResponder> m_firstResponder;
     Weak<NSObject> m_delegate;
     Weak<NSWindowController> m_windowController;
+    Ref<NSText> m_fieldEditor;
+    Ref<NSView> m_titleBar;
+    Ref<NSButton> m_buttons[3];
+    Ref<NSToolbar> m_toolbar;
+    Ref<NSDictionary> m_animations;
+    NSSize m_minSize;
+    NSSize m_maxSize{std::numeric_limits<float>::max(), std::numeric_limits<float>::max()};
+    NSRect m_unzoomedFrame;
+    bool m_isMiniaturized = false;
+    std::unique_ptr<WindowPeer> m_peer;
     bool m_isClosing = false;
 };
 
