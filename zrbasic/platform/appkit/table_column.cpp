@@ -3,6 +3,7 @@
 #include <zrbasic/platform/appkit/table_view.h>
 
 #include <algorithm>
+#include <utility>
 
 namespace zr {
 
@@ -20,6 +21,8 @@ ZR_DEFINE_CLASS(NSTableColumn) {
     is.method<&NSTableColumn::setIdentifier>("setIdentifier:");
     is.method<&NSTableColumn::title>("title");
     is.method<&NSTableColumn::setTitle>("setTitle:");
+    is.method<&NSTableColumn::alignment>("alignment");
+    is.method<&NSTableColumn::setAlignment>("setAlignment:");
     is.method<&NSTableColumn::width>("width");
     is.method<&NSTableColumn::setWidth>("setWidth:");
     is.method<&NSTableColumn::minWidth>("minWidth");
@@ -45,11 +48,25 @@ void NSTableColumn::setIdentifier(NSString* identifier) {
 
 void NSTableColumn::setTitle(NSString* title) {
     m_title = title ? Ref<NSString>(cast<NSString>(title->copy())) : ""_ns;
+    looksChanged();
+}
+
+void NSTableColumn::setAlignment(NSTextAlignment alignment) {
+    if (m_alignment != alignment) {
+        m_alignment = alignment;
+        looksChanged();
+    }
 }
 
 void NSTableColumn::setWidth(double width) {
     const double narrowed = std::min(width, m_maxWidth);
-    m_width = narrowed > m_minWidth ? narrowed : m_minWidth;
+    const double before = std::exchange(m_width, narrowed > m_minWidth ? narrowed : m_minWidth);
+    if (m_width == before) {
+        return;
+    }
+    if (const Ref<NSTableView> table = tableView()) {
+        table->columnWasResized(this, before);
+    }
 }
 
 void NSTableColumn::setMinWidth(double width) {
@@ -63,7 +80,16 @@ void NSTableColumn::setMaxWidth(double width) {
 }
 
 void NSTableColumn::setHidden(bool hidden) {
-    m_hidden = hidden;
+    if (m_hidden != hidden) {
+        m_hidden = hidden;
+        looksChanged();
+    }
+}
+
+void NSTableColumn::looksChanged() {
+    if (const Ref<NSTableView> table = tableView()) {
+        table->columnsChanged();
+    }
 }
 
 Ref<NSTableView> NSTableColumn::tableView() const {

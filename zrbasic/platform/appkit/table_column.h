@@ -1,5 +1,6 @@
 #pragma once
 
+#include <zrbasic/platform/appkit/paragraph_style.h>
 #include <zrbasic/platform/foundation/string.h>
 
 namespace zr {
@@ -23,7 +24,12 @@ class ZR_EXPORT NSTableColumn : public NSObject {
     [[nodiscard]] Ref<NSString> title() const { return m_title; }
     void setTitle(NSString* title);
 
+    /// Of the title and of everything in the column; natural at first.
+    [[nodiscard]] NSTextAlignment alignment() const { return m_alignment; }
+    void setAlignment(NSTextAlignment alignment);
+
     /// In points; 100 at first. A new width is brought within the limits, and what is not a number becomes the least.
+    /// It is kept exactly, whatever pixels make of it; the table posts `NSTableViewColumnDidResizeNotification`.
     [[nodiscard]] double width() const { return m_width; }
     void setWidth(double width);
     /// The limits of the width, 10 and 10000 at first. A new limit is applied to the width at once; a negative one, and
@@ -43,9 +49,12 @@ class ZR_EXPORT NSTableColumn : public NSObject {
   private:
     friend class NSTableView;
 
+    void looksChanged();
+
     Ref<NSString> m_identifier;
     Ref<NSString> m_title = ""_ns;
     Weak<NSTableView> m_tableView;
+    NSTextAlignment m_alignment = NSTextAlignmentNatural;
     double m_width = 100;
     double m_minWidth = 10;
     double m_maxWidth = 10000;
