@@ -24,6 +24,8 @@ GOOD = {
     "tests/core/text_test.cpp": '#include <zrbasic/core/text.h>\n#include "quotes.h"\n',
     "tests/core/quotes.h": "#pragma once\n",
     "examples/gallery/main.cpp": "#include <QtWidgets/QApplication>\n",
+    "tests/qt/widget_test.cpp": "#include <QWidget>\n",
+    "tests/desktop/window_test.cpp": "#include <QWindow>\n",
 }
 
 

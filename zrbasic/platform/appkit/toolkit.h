@@ -85,8 +85,8 @@ class ZR_EXPORT Toolkit {
     /// Handles events and the main queue until `isDone` says so, which is asked at first and after everything that was
     /// handled. Without a toolkit, the main queue alone.
     virtual void runLoopUntil(FunctionRef<bool()> isDone);
-    /// Asks the user and gives the number of the button, from 0 on, that was pressed; the last one for a window that
-    /// was closed otherwise. -1 when nobody can be asked, as without a toolkit.
+    /// Asks the user and gives the number of the button, from 0 on, that was pressed; for a window that was closed
+    /// otherwise that of "Cancel", or else the last one. -1 when nobody can be asked, as without a toolkit.
     [[nodiscard]] virtual NSInteger askUser(NSAlert& alert);
 
     // The desktop

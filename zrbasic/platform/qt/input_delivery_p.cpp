@@ -1,0 +1,89 @@
+#include <zrbasic/platform/qt/input_delivery_p.h>
+
+#include <zrbasic/platform/appkit/window.h>
+#include <zrbasic/platform/qt/event_loop_p.h>
+#include <zrbasic/platform/qt/event_translation_p.h>
+#include <zrbasic/platform/qt/host_window_p.h>
+#include <zrbasic/platform/runtime/message.h>
+
+#include <QCoreApplication>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QPointer>
+#include <QWheelEvent>
+#include <QWidget>
+
+namespace zr::qt {
+namespace {
+
+QPointF mapped(QPointF point, const QWidget& from, const QWidget& to) {
+    return from.window() == to.window() ? to.mapFrom(from.window(), from.mapTo(from.window(), point))
+                                        : to.mapFromGlobal(from.mapToGlobal(point));
+}
+
+void takeFirstResponder(NSView& view) {
+    const Ref<NSWindow> window = view.window();
+    if (window && window->firstResponder() != &view && send<bool>(&view, "acceptsFirstResponder"_sel)) {
+        send<bool>(window, "makeFirstResponder:"_sel, &view);
+    }
+}
+
+} // namespace
+
+void handOver(QMouseEvent& event, NSView& view, const QWidget& at) {
+    const Ref<NSView> kept(&view);
+    const TranslatedEvent translation = translated(event, at);
+    duringEvent([&] {
+        if (translation.event->type() == NSEventTypeLeftMouseDown) {
+            takeFirstResponder(view);
+        }
+        send<void>(&view, translation.operation, translation.event.get());
+    });
+}
+
+bool handOver(QWheelEvent& event, NSView& view, const QWidget& at) {
+    const Ref<NSView> kept(&view);
+    const Ref<NSWindow> window = view.window();
+    static_cast<void>(takeUnhandled(window));
+    const TranslatedEvent translation = translated(event, at);
+    duringEvent([&] { send<void>(&view, translation.operation, translation.event.get()); });
+    return !takeUnhandled(window);
+}
+
+bool handOver(QKeyEvent& event, NSWindow& window, const QWidget& at) {
+    const Ref<NSWindow> kept(&window);
+    static_cast<void>(takeUnhandled(&window));
+    const TranslatedEvent translation = translated(event, at);
+    const Ref<NSResponder> first = window.firstResponder();
+    duringEvent([&] { send<void>(first, translation.operation, translation.event.get()); });
+    return !takeUnhandled(&window);
+}
+
+bool performKeyEquivalent(QKeyEvent& event, NSWindow& window, const QWidget& at) {
+    const TranslatedEvent translation = translated(event, at);
+    const NSUInteger asking = NSEventModifierFlagCommand | NSEventModifierFlagControl;
+    if (translation.event->type() != NSEventTypeKeyDown || (translation.event->modifierFlags() & asking) == 0) {
+        return false;
+    }
+    const Ref<NSWindow> kept(&window);
+    bool isDone = false;
+    duringEvent([&] { isDone = send<bool>(&window, "performKeyEquivalent:"_sel, translation.event.get()); });
+    return isDone;
+}
+
+void sendMapped(QMouseEvent& event, const QWidget& from, QWidget& to) {
+    QMouseEvent copy(event.type(), mapped(event.position(), from, to), event.scenePosition(), event.globalPosition(),
+                     event.button(), event.buttons(), event.modifiers(), event.pointingDevice());
+    copy.setTimestamp(event.timestamp());
+    QCoreApplication::sendEvent(&to, &copy);
+}
+
+void sendMapped(QWheelEvent& event, const QWidget& from, QWidget& to) {
+    QWheelEvent copy(mapped(event.position(), from, to), event.globalPosition(), event.pixelDelta(), event.angleDelta(),
+                     event.buttons(), event.modifiers(), event.phase(), event.inverted(), event.source(),
+                     event.pointingDevice());
+    copy.setTimestamp(event.timestamp());
+    QCoreApplication::sendEvent(&to, &copy);
+}
+
+} // namespace zr::qt

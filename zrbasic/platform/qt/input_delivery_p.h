@@ -1,0 +1,31 @@
+#pragma once
+
+class QKeyEvent;
+class QMouseEvent;
+class QWheelEvent;
+class QWidget;
+
+namespace zr {
+class NSView;
+class NSWindow;
+} // namespace zr
+
+/// Hands input to objects, as messages.
+namespace zr::qt {
+
+/// To that view, of which `at` is the widget that the event's point refers to. A press of the left button makes a view
+/// that accepts it the first responder before.
+void handOver(QMouseEvent& event, NSView& view, const QWidget& at);
+/// Whether anybody may have dealt with it: in a window of ours always, in a foreign one when it did not come out of the
+/// views again.
+[[nodiscard]] bool handOver(QWheelEvent& event, NSView& view, const QWidget& at);
+/// To the window's first responder.
+[[nodiscard]] bool handOver(QKeyEvent& event, NSWindow& window, const QWidget& at);
+/// Whether it was a key equivalent of something in the window, which has been carried out then.
+[[nodiscard]] bool performKeyEquivalent(QKeyEvent& event, NSWindow& window, const QWidget& at);
+
+/// Sends an event of `from` on to `to`, as if it had come there.
+void sendMapped(QMouseEvent& event, const QWidget& from, QWidget& to);
+void sendMapped(QWheelEvent& event, const QWidget& from, QWidget& to);
+
+} // namespace zr::qt
