@@ -4,6 +4,7 @@
 #   HEADERS   the include root in the source tree
 #   SHARED    whether the library is the shared one
 #   VERSION   its full version
+#   QT        whether the toolkit is built
 #   LIBDIR, INCLUDEDIR   where libraries and headers go
 
 file(REMOVE_RECURSE ${PREFIX})
@@ -36,6 +37,10 @@ set(expected
     ${LIBDIR}/cmake/ZRBasic/ZRBasicConfigVersion.cmake
     ${LIBDIR}/cmake/ZRBasic/ZRBasicTargets.cmake)
 string(REGEX MATCH "^[0-9]+" major ${VERSION})
+if(QT)
+    list(APPEND expected ${INCLUDEDIR}/zrbasic/platform/qt/session.h ${LIBDIR}/pkgconfig/zrbasic-qt.pc
+         ${LIBDIR}/cmake/ZRBasic/ZRBasicQtTargets.cmake)
+endif()
 if(SHARED)
     list(APPEND expected ${LIBDIR}/libzrbasic.so ${LIBDIR}/libzrbasic.so.${major} ${LIBDIR}/libzrbasic.so.${VERSION})
 else()
