@@ -1,6 +1,7 @@
 #include "table_on_screen.h"
 
 #include <zrbasic/platform/appkit/color.h>
+#include <zrbasic/platform/appkit/event.h>
 #include <zrbasic/platform/appkit/text_attributes.h>
 #include <zrbasic/platform/appkit/window.h>
 #include <zrbasic/platform/foundation/dictionary.h>
@@ -10,9 +11,12 @@
 #include <zrbasic/platform/qt/event_loop_p.h>
 #include <zrbasic/platform/qt/table_peer_p.h>
 #include <zrbasic/platform/qt/table_widget_p.h>
+#include <zrbasic/ui/responder.h>
 
+#include <QApplication>
 #include <QElapsedTimer>
 #include <QScrollBar>
+#include <QWheelEvent>
 
 namespace zr {
 namespace {
@@ -224,6 +228,26 @@ TEST_F(TablePeers, selectsRowsByKeys) {
     table->selectRowIndexes_byExtendingSelection(NSIndexSet::indexSetWithIndex(7), false);
     key(Qt::Key_Down);
     EXPECT_EQ(selection(), "8");
+}
+
+TEST_F(TablePeers, tellsItsObserversOfClicksKeysAndTheWheel) {
+    std::string told;
+    eventObserver_forEventAction(
+        table, [&told](NSEvent*) { told += "down "; }, "mouseDown:"_sel);
+    eventObserver_forEventAction(
+        table, [&told](NSEvent*) { told += "up "; }, "mouseUp:"_sel);
+    eventObserver_forEventAction(
+        table, [&told](NSEvent* event) { told += "key " + event->characters()->utf8() + ' '; }, "keyDown:"_sel);
+    eventObserver_forEventAction(
+        table, [&told](NSEvent*) { told += "wheel "; }, "scrollWheel:"_sel);
+    click(cell(0, 1));
+    key(Qt::Key_X);
+    QWheelEvent wheel(cell(0, 1), shown->viewport()->mapToGlobal(cell(0, 1)), {}, {0, -120}, Qt::NoButton,
+                      Qt::NoModifier, Qt::NoScrollPhase, false);
+    QApplication::sendEvent(shown->viewport(), &wheel);
+    EXPECT_EQ(told, "down up key x wheel ");
+    EXPECT_EQ(selection(), "1");
+    EXPECT_GT(shown->verticalScrollBar()->value(), 0);
 }
 
 TEST_F(TablePeers, selectsSeveralRowsWhereThatIsAllowed) {

@@ -2,7 +2,6 @@
 
 #include <zrbasic/platform/appkit/window.h>
 #include <zrbasic/platform/qt/event_loop_p.h>
-#include <zrbasic/platform/qt/event_translation_p.h>
 #include <zrbasic/platform/qt/host_window_p.h>
 #include <zrbasic/platform/runtime/message.h>
 
@@ -69,6 +68,15 @@ bool performKeyEquivalent(QKeyEvent& event, NSWindow& window, const QWidget& at)
     bool isDone = false;
     duringEvent([&] { isDone = send<bool>(&window, "performKeyEquivalent:"_sel, translation.event.get()); });
     return isDone;
+}
+
+void tellBeside(NSView& view, const TranslatedEvent& event) {
+    if (class_getMethodImplementation(view.isa(), event.operation) ==
+        class_getMethodImplementation(NSResponder::classObject(), event.operation)) {
+        return;
+    }
+    const Ref<NSView> kept(&view);
+    duringEvent([&] { send<void>(kept, event.operation, event.event); });
 }
 
 void sendMapped(QMouseEvent& event, const QWidget& from, QWidget& to) {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <zrbasic/platform/qt/event_translation_p.h>
+
 class QKeyEvent;
 class QMouseEvent;
 class QWheelEvent;
@@ -23,6 +25,11 @@ void handOver(QMouseEvent& event, NSView& view, const QWidget& at);
 [[nodiscard]] bool handOver(QKeyEvent& event, NSWindow& window, const QWidget& at);
 /// Whether it was a key equivalent of something in the window, which has been carried out then.
 [[nodiscard]] bool performKeyEquivalent(QKeyEvent& event, NSWindow& window, const QWidget& at);
+
+/// To a view whose control of Qt deals with the event by itself, before that does: only what the view, or its class,
+/// has an operation of its own for. Handed on to whatever the view lies in, as a plain responder does, it would be felt
+/// twice.
+void tellBeside(NSView& view, const TranslatedEvent& event);
 
 /// Sends an event of `from` on to `to`, as if it had come there.
 void sendMapped(QMouseEvent& event, const QWidget& from, QWidget& to);

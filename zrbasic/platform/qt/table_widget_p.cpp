@@ -8,11 +8,15 @@
 #include <zrbasic/platform/qt/canvas_p.h>
 #include <zrbasic/platform/qt/conversions_p.h>
 #include <zrbasic/platform/qt/event_loop_p.h>
+#include <zrbasic/platform/qt/input_delivery_p.h>
 #include <zrbasic/platform/qt/table_model_p.h>
 #include <zrbasic/platform/qt/text_layout_p.h>
 #include <zrbasic/platform/runtime/message.h>
 
+#include <QKeyEvent>
+#include <QMouseEvent>
 #include <QPainter>
+#include <QWheelEvent>
 
 #include <algorithm>
 #include <optional>
@@ -30,13 +34,6 @@ constexpr int mostUnits = 1000;
 QColor lineColor(const QPalette& palette) {
     QColor color = palette.color(QPalette::Text);
     color.setAlphaF(0.1F);
-    return color;
-}
-
-/// Pale, so that texts keep their own colours on it.
-QColor selectionColor(const QPalette& palette, QPalette::ColorGroup group) {
-    QColor color = palette.color(group, QPalette::Highlight);
-    color.setAlphaF(0.2F);
     return color;
 }
 
@@ -136,16 +133,12 @@ TableCellPainter::~TableCellPainter() = default;
 void TableCellPainter::paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const {
     const auto& model = static_cast<const TableModel&>(*index.model());
     const TableCellContent content = model.content(index);
-    const bool isSelected = option.state.testFlag(QStyle::State_Selected);
     const auto group = !option.state.testFlag(QStyle::State_Enabled) ? QPalette::Disabled
                        : option.state.testFlag(QStyle::State_Active) ? QPalette::Active
                                                                      : QPalette::Inactive;
     painter->save();
     painter->setClipRect(option.rect);
-    if (isSelected) {
-        painter->fillRect(option.rect, selectionColor(option.palette, group));
-    }
-    // Over the selection, so that a cell that lights up does so there too.
+    // Over the selection, which the table draws, so that a cell that lights up does so there too.
     if (content.backgroundColor) {
         painter->fillRect(option.rect, toQt(content.backgroundColor));
     }
@@ -188,6 +181,41 @@ TableWidget::TableWidget(std::shared_ptr<TableModel> model, QWidget* parent)
 }
 
 TableWidget::~TableWidget() = default;
+
+bool TableWidget::viewportEvent(QEvent* event) {
+    const Ref<NSTableView> told(table());
+    switch (told ? event->type() : QEvent::None) {
+        case QEvent::MouseButtonPress:
+        case QEvent::MouseButtonDblClick:
+        case QEvent::MouseButtonRelease:
+        case QEvent::MouseMove:
+            tellBeside(*told, translated(static_cast<const QMouseEvent&>(*event), *viewport()));
+            break;
+        case QEvent::Wheel:
+            tellBeside(*told, translated(static_cast<const QWheelEvent&>(*event), *viewport()));
+            break;
+        default:
+            break;
+    }
+    return QTableView::viewportEvent(event);
+}
+
+void TableWidget::keyPressEvent(QKeyEvent* event) {
+    if (const Ref<NSTableView> told(table()); told) {
+        tellBeside(*told, translated(*event, *this));
+    }
+    QTableView::keyPressEvent(event);
+}
+
+void TableWidget::initViewItemOption(QStyleOptionViewItem* option) const {
+    QTableView::initViewItemOption(option);
+    // A pale selection, so that texts keep their own colours on it.
+    for (const auto group : {QPalette::Active, QPalette::Inactive, QPalette::Disabled}) {
+        QColor color = option->palette.color(group, QPalette::Highlight);
+        color.setAlphaF(0.2F);
+        option->palette.setColor(group, QPalette::Highlight, color);
+    }
+}
 
 NSTableView* TableWidget::table() const {
     return m_model->table();

@@ -49,6 +49,9 @@ class TableWidget final : public QTableView {
 
   protected:
     QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex& index, const QEvent* event) const override;
+    bool viewportEvent(QEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void initViewItemOption(QStyleOptionViewItem* option) const override;
     bool focusNextPrevChild(bool next) override;
 
   private:

@@ -6,7 +6,7 @@
 #include <zrbasic/platform/foundation/url.h>
 #include <zrbasic/platform/qt/conversions_p.h>
 #include <zrbasic/platform/qt/event_loop_p.h>
-#include <zrbasic/platform/qt/event_translation_p.h>
+#include <zrbasic/platform/qt/input_delivery_p.h>
 #include <zrbasic/platform/qt/styled_document_p.h>
 #include <zrbasic/platform/runtime/message.h>
 
@@ -202,13 +202,7 @@ void TextBrowser::tellObject(QMouseEvent& event) {
     if (m_view == nullptr) {
         return;
     }
-    const TranslatedEvent told = translated(event, *viewport());
-    // Handed on to whatever the view lies in, as a plain responder does, a press would be felt twice.
-    if (class_getMethodImplementation(m_view->isa(), told.operation) ==
-        class_getMethodImplementation(NSResponder::classObject(), told.operation)) {
-        return;
-    }
-    duringEvent([&] { send<void>(m_view, told.operation, told.event); });
+    tellBeside(*m_view, translated(event, *viewport()));
 }
 
 void TextBrowser::mousePressEvent(QMouseEvent* event) {
