@@ -137,10 +137,10 @@ TEST_F(Alert, panelIsNoModalOneByItself) {
     panel->setBecomesKeyOnlyIfNeeded(true);
     EXPECT_TRUE(send<bool>(panel, "becomesKeyOnlyIfNeeded"_sel));
     panel->orderFront(nullptr);
-    m_toolkit.log.told.clear();
+    m_toolkit.taken();
     panel->setFloatingPanel(true);
     EXPECT_TRUE(send<bool>(panel, "isFloatingPanel"_sel));
-    EXPECT_EQ(m_toolkit.log.told, "style ");
+    EXPECT_EQ(m_toolkit.taken(), "style\n");
 }
 
 } // namespace

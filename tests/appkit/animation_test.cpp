@@ -129,23 +129,23 @@ class Animator : public testing::Test {
 TEST_F(Animator, playsWhatIsRegisteredForTheOrigin) {
     m_window->setAnimations(dictionary({{"frameOrigin"_ns, triangle()}}));
     m_window->orderFront(nullptr);
-    m_toolkit.log.told.clear();
+    m_toolkit.taken();
     animate({50, 60});
-    EXPECT_EQ(m_toolkit.log.told, "frame play ");
-    EXPECT_EQ(m_toolkit.log.points.size(), 4U);
-    EXPECT_EQ(m_toolkit.log.seconds, 3);
+    EXPECT_EQ(m_toolkit.taken(), "frame\nplays\n");
+    EXPECT_EQ(m_toolkit.playedOrigins().size(), 4U);
+    EXPECT_EQ(m_toolkit.playedSeconds(), 3);
     EXPECT_EQ(m_window->frame().origin, (NSPoint{50, 60}));
 }
 
 TEST_F(Animator, setsTheFrameAloneWithoutAnAnimation) {
     m_window->orderFront(nullptr);
-    m_toolkit.log.told.clear();
+    m_toolkit.taken();
     animate({1, 2});
     m_window->setAnimations(dictionary({{"frameOrigin"_ns, "no animation"_ns}, {"alphaValue"_ns, triangle()}}));
     animate({3, 4});
     m_window->setAnimations(dictionary({{"frameOrigin"_ns, CAKeyframeAnimation::animation()}}));
     animate({5, 6});
-    EXPECT_EQ(m_toolkit.log.told, "frame frame frame ");
+    EXPECT_EQ(m_toolkit.taken(), "frame\nframe\nframe\n");
     EXPECT_EQ(m_window->frame().origin, (NSPoint{5, 6}));
 }
 
@@ -153,7 +153,7 @@ TEST_F(Animator, setsTheFrameAtOnceForAWindowThatIsNotOnAScreen) {
     m_window->setAnimations(dictionary({{"frameOrigin"_ns, triangle()}}));
     animate({7, 8});
     EXPECT_EQ(m_window->frame().origin, (NSPoint{7, 8}));
-    EXPECT_EQ(m_toolkit.log.told, "");
+    EXPECT_EQ(m_toolkit.taken(), "");
 }
 
 TEST_F(Animator, answersForItsWindow) {

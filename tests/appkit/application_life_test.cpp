@@ -1,12 +1,12 @@
 #include <zrbasic/platform/appkit/application.h>
 
-#include <zrbasic/platform/appkit/toolkit.h>
 #include <zrbasic/platform/appkit/window.h>
 #include <zrbasic/platform/foundation/dispatch_queue.h>
 #include <zrbasic/platform/foundation/notification_center.h>
 #include <zrbasic/platform/foundation/null.h>
 #include <zrbasic/platform/foundation/string.h>
 
+#include <tests/appkit/window_testing.h>
 #include <tests/foundation/checks.h>
 
 #include <gtest/gtest.h>
@@ -18,9 +18,7 @@
 namespace zr {
 namespace {
 
-void later(std::function<void()> work) {
-    dispatch_async(dispatch_get_main_queue(), std::move(work));
-}
+using test::later;
 
 /// Answers, and writes down that it was asked.
 class LifeDelegate : public NSObject {
@@ -216,39 +214,6 @@ TEST_F(ApplicationEnd, exceptionsEndTheRun) {
     EXPECT_FALSE(application->isTerminated()) << "the run that raised no longer counts";
 }
 
-/// Writes down what the windows' peers are told.
-class OrderingToolkit : public Toolkit {
-  public:
-    OrderingToolkit() : m_before(setCurrentToolkit(this)) {}
-    ~OrderingToolkit() override { setCurrentToolkit(m_before); }
-    std::unique_ptr<WindowPeer> makeWindowPeer(NSWindow& window) override {
-        return std::make_unique<Peer>(*this, window);
-    }
-    /// Since it was last asked.
-    std::string told() { return std::exchange(m_log, ""); }
-
-  private:
-    class Peer : public WindowPeer {
-      public:
-        Peer(OrderingToolkit& toolkit, NSWindow& window) : m_toolkit(toolkit), m_window(window) {}
-        void windowChanged(WindowChange) override {}
-        void orderAbove(NSWindow*) override { say("above "); }
-        void orderBelow(NSWindow*) override { say("below "); }
-        void orderOut() override { say("out "); }
-        void takeKeyboard() override { say("keyboard "); }
-        void playFrameOrigins(std::span<const NSPoint>, double) override {}
-
-      private:
-        void say(const std::string& what) { m_toolkit.m_log += m_window.title()->utf8() + ' ' + what; }
-
-        OrderingToolkit& m_toolkit;
-        NSWindow& m_window;
-    };
-
-    std::string m_log;
-    Toolkit* m_before;
-};
-
 Ref<NSWindow> titled(const char* title) {
     auto window = make<NSWindow>();
     window->setTitle(NSString::fromUtf8(title));
@@ -282,7 +247,7 @@ class HiddenApplication : public testing::Test {
         application->setActive(false);
     }
 
-    OrderingToolkit toolkit;
+    test::RecordingToolkit toolkit;
     const Ref<NSApplication> application = NSApplication::sharedApplication();
     const Ref<NSWindow> front = titled("front");
     const Ref<NSWindow> back = titled("back");
@@ -296,11 +261,11 @@ TEST_F(HiddenApplication, showsNoWindow) {
     back->makeKeyAndOrderFront(nullptr);
     front->makeKeyAndOrderFront(nullptr);
     application->activateIgnoringOtherApps(true);
-    (void)toolkit.told();
+    (void)toolkit.taken();
     posted.clear();
     application->hide(nullptr);
     EXPECT_TRUE(application->isHidden());
-    EXPECT_EQ(toolkit.told(), "front out back out ");
+    EXPECT_EQ(toolkit.taken(), "front out\nback out\n");
     EXPECT_EQ(posted, "ResignActive Hide ");
     EXPECT_FALSE(front->isVisible());
     EXPECT_FALSE(front->isKeyWindow());
@@ -314,11 +279,12 @@ TEST_F(HiddenApplication, comesBackAsItWas) {
     back->makeKeyAndOrderFront(nullptr);
     front->orderFront(nullptr);
     application->hide(nullptr);
-    (void)toolkit.told();
+    (void)toolkit.taken();
     posted.clear();
     send<void>(application, "unhide:"_sel, nullptr);
     EXPECT_FALSE(application->isHidden());
-    EXPECT_EQ(toolkit.told(), "back above front above back keyboard back keyboard ") << "the key one is the one before";
+    EXPECT_EQ(toolkit.taken(), "back above all\nfront above all\nback keyboard\nback keyboard\n")
+        << "the key one is the one before";
     EXPECT_EQ(posted, "Unhide BecomeActive ");
     EXPECT_TRUE(back->isKeyWindow());
     EXPECT_TRUE(front->isVisible());
@@ -330,18 +296,18 @@ TEST_F(HiddenApplication, comesBackAsItWas) {
 TEST_F(HiddenApplication, keepsWhatIsOrderedMeanwhile) {
     back->makeKeyAndOrderFront(nullptr);
     application->hide(nullptr);
-    (void)toolkit.told();
+    (void)toolkit.taken();
     front->makeKeyAndOrderFront(nullptr);
     back->orderOut(nullptr);
     EXPECT_FALSE(front->isVisible());
     EXPECT_FALSE(front->isKeyWindow());
-    EXPECT_EQ(toolkit.told(), "back out ") << "nothing shows up";
+    EXPECT_EQ(toolkit.taken(), "back out\n") << "nothing shows up";
     application->activateIgnoringOtherApps(false);
     EXPECT_FALSE(application->isHidden()) << "activating unhides";
     EXPECT_TRUE(front->isVisible());
     EXPECT_TRUE(front->isKeyWindow());
     EXPECT_FALSE(back->isVisible());
-    EXPECT_TRUE(toolkit.told().starts_with("front above front keyboard "));
+    EXPECT_TRUE(toolkit.taken().starts_with("front above all\nfront keyboard\n"));
 }
 
 TEST_F(HiddenApplication, shownInAModalSessionComesBack) {
@@ -368,16 +334,16 @@ TEST_F(HiddenApplication, withoutAToolkitIsStateAlone) {
 TEST_F(HiddenApplication, activationIsWhatTheDesktopSays) {
     EXPECT_FALSE(application->isActive());
     back->orderFront(nullptr);
-    (void)toolkit.told();
+    (void)toolkit.taken();
     send<void>(application, "activateIgnoringOtherApps:"_sel, true);
     EXPECT_TRUE(application->isActive());
     EXPECT_TRUE(back->isKeyWindow()) << "the front window";
-    EXPECT_EQ(toolkit.told(), "back keyboard ");
+    EXPECT_EQ(toolkit.taken(), "back keyboard\n");
     application->setActive(false);
     application->setActive(false);
     EXPECT_FALSE(application->isActive());
     application->activateIgnoringOtherApps(true);
-    EXPECT_EQ(toolkit.told(), "back keyboard ") << "the key window asks for it";
+    EXPECT_EQ(toolkit.taken(), "back keyboard\n") << "the key window asks for it";
     EXPECT_EQ(posted, "BecomeActive ResignActive BecomeActive ");
 }
 

@@ -6,6 +6,7 @@
 #include <zrbasic/platform/foundation/string.h>
 #include <zrbasic/platform/runtime/exception.h>
 
+#include <tests/appkit/window_testing.h>
 #include <tests/foundation/checks.h>
 
 #include <gtest/gtest.h>
@@ -14,9 +15,7 @@
 namespace zr {
 namespace {
 
-void later(std::function<void()> work) {
-    dispatch_async(dispatch_get_main_queue(), std::move(work));
-}
+using test::later;
 
 TEST(Application, isOne) {
     EXPECT_EQ(NSApplication::sharedApplication(), NSApplication::sharedApplication());
@@ -122,21 +121,9 @@ TEST(ModalSession, needsAWindow) {
 }
 
 /// Two screens, the second one to the right and twice as fine.
-class TwoScreens : public Toolkit {
-  public:
-    TwoScreens() : m_before(setCurrentToolkit(this)) {}
-    ~TwoScreens() override { setCurrentToolkit(m_before); }
-    std::vector<ScreenState> screens() override {
-        return {{{{0, 0}, {1440, 900}}, {{0, 25}, {1440, 875}}, 1},
-                {{{1440, 0}, {800, 600}}, {{1440, 0}, {800, 600}}, 2}};
-    }
-
-  private:
-    Toolkit* m_before;
-};
-
 TEST(Screens, areThoseOfTheToolkit) {
-    const TwoScreens toolkit;
+    const test::ScreensToolkit toolkit(
+        {{{{0, 0}, {1440, 900}}, {{0, 25}, {1440, 875}}, 1}, {{{1440, 0}, {800, 600}}, {{1440, 0}, {800, 600}}, 2}});
     ASSERT_EQ(NSScreen::screens()->count(), 2U);
     const auto main = NSScreen::mainScreen();
     EXPECT_EQ(main->frame(), (NSRect{{0, 0}, {1440, 900}}));

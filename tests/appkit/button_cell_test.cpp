@@ -1,8 +1,8 @@
 #include <zrbasic/platform/appkit/bitmap_image_rep.h>
 #include <zrbasic/platform/appkit/button.h>
-#include <zrbasic/platform/appkit/graphics_context.h>
 #include <zrbasic/platform/appkit/image.h>
 
+#include <tests/appkit/canvas_testing.h>
 #include <tests/appkit/window_testing.h>
 
 namespace zr {
@@ -21,13 +21,8 @@ class ButtonDrawing : public testing::Test {
     }
     void TearDown() override { test::hideAllWindows(); }
 
-    [[nodiscard]] test::Drawing drawing(bool isFlipped = false) const {
-        test::RecordingCanvas canvas;
-        const CurrentContext current(NSGraphicsContext::contextWithCanvas(canvas, isFlipped));
-        m_button->drawRect(m_button->bounds());
-        return canvas;
-    }
-    [[nodiscard]] std::string drawn() const { return drawing().drawn; }
+    [[nodiscard]] test::DrawingRecord drawing() const { return test::drawn(m_button); }
+    [[nodiscard]] std::string drawn() const { return drawing().log; }
 
     test::WindowToolkit m_toolkit;
     Ref<NSWindow> m_window;
@@ -36,35 +31,35 @@ class ButtonDrawing : public testing::Test {
 
 TEST_F(ButtonDrawing, hasAThinBorderWithRoundCornersAndItsTitleInTheMiddle) {
     EXPECT_EQ(drawn(),
-              "fill r4 100x30+0+0 100/100/100\n"
-              "line 1 r4 100x30+0+0 69/69/69\n"
-              "text Buy 21x16+39.5+7\n");
+              "fill round 4 4 0,0 100x30 white\n"
+              "line 1 round 4 0,0 100x30 69/69/69\n"
+              "text 'Buy' 39.5,7 21x16 on one line\n");
 }
 
 TEST_F(ButtonDrawing, isFilledWhenItIsTheDefault) {
     m_button->setKeyEquivalent("\r"_ns);
     EXPECT_EQ(drawn(),
-              "fill r4 100x30+0+0 10/42/86\n"
-              "line 1 r4 100x30+0+0 10/42/86\n"
-              "text Buy 21x16+39.5+7\n");
+              "fill round 4 4 0,0 100x30 10/42/86\n"
+              "line 1 round 4 0,0 100x30 10/42/86\n"
+              "text 'Buy' 39.5,7 21x16 on one line\n");
     m_button->highlight(true);
-    EXPECT_TRUE(drawing().has("fill r4 100x30+0+0 6/31/68"));
+    EXPECT_TRUE(drawing().has("fill round 4 4 0,0 100x30 6/31/68"));
     m_button->setEnabled(false);
-    EXPECT_TRUE(drawing().has("fill r4 100x30+0+0 96/96/96")) << "it cannot be pressed by return either";
+    EXPECT_TRUE(drawing().has("fill round 4 4 0,0 100x30 96/96/96")) << "it cannot be pressed by return either";
 }
 
 TEST_F(ButtonDrawing, showsThatItIsPressedOrStaysDown) {
     m_button->highlight(true);
-    EXPECT_TRUE(drawing().has("fill r4 100x30+0+0 88/88/88"));
+    EXPECT_TRUE(drawing().has("fill round 4 4 0,0 100x30 88/88/88"));
     m_button->highlight(false);
     m_button->setState(1);
-    EXPECT_TRUE(drawing().has("fill r4 100x30+0+0 100/100/100")) << "a momentary button does not stay down";
+    EXPECT_TRUE(drawing().has("fill round 4 4 0,0 100x30 white")) << "a momentary button does not stay down";
     m_button->setButtonType(NSButtonTypePushOnPushOff);
-    EXPECT_TRUE(drawing().has("fill r4 100x30+0+0 88/88/88"));
+    EXPECT_TRUE(drawing().has("fill round 4 4 0,0 100x30 88/88/88"));
 }
 
 TEST_F(ButtonDrawing, hasARingWhileItHasTheKeyboard) {
-    const std::string ring = "line 2 r4 100x30+0+0 10/42/86";
+    const std::string ring = "line 2 round 4 0,0 100x30 10/42/86";
     EXPECT_FALSE(drawing().has(ring));
     m_button->setNeedsDisplay(false);
     m_window->makeFirstResponder(m_button);
@@ -74,7 +69,7 @@ TEST_F(ButtonDrawing, hasARingWhileItHasTheKeyboard) {
     EXPECT_FALSE(drawing().has(ring));
     m_button->setFocusRingType(NSFocusRingTypeDefault);
     m_button->setKeyEquivalent("\r"_ns);
-    EXPECT_TRUE(drawing().has("line 1 r2 96x26+2+2 100/100/100")) << "a line sets ring and filling apart";
+    EXPECT_TRUE(drawing().has("line 1 round 2 2,2 96x26 white")) << "a line sets ring and filling apart";
     m_button->setNeedsDisplay(false);
     make<NSWindow>()->makeKeyAndOrderFront(nullptr);
     EXPECT_TRUE(m_button->needsDisplay());
@@ -84,47 +79,47 @@ TEST_F(ButtonDrawing, hasARingWhileItHasTheKeyboard) {
 TEST_F(ButtonDrawing, marksACheckBox) {
     m_button->setButtonType(NSButtonTypeSwitch);
     EXPECT_EQ(drawn(),
-              "fill r3 14x14+0+8 100/100/100\n"
-              "line 1 r3 14x14+0+8 69/69/69\n"
-              "text Buy 21x16+20+7\n");
+              "fill round 3 3 0,8 14x14 white\n"
+              "line 1 round 3 0,8 14x14 69/69/69\n"
+              "text 'Buy' 20,7 21x16 on one line\n");
     m_button->setState(1);
-    const test::Drawing canvas = drawing();
-    EXPECT_TRUE(canvas.has("fill r3 14x14+0+8 10/42/86"));
-    EXPECT_TRUE(canvas.has("turn\nfill r0.875"));
+    const test::DrawingRecord canvas = drawing();
+    EXPECT_TRUE(canvas.has("fill round 3 3 0,8 14x14 10/42/86"));
+    EXPECT_TRUE(canvas.has("concat\nfill round 0.875"));
     m_button->setAllowsMixedState(true);
     m_button->setState(-1);
-    EXPECT_TRUE(drawing().has("fill r1 8x2+-1+-1 100/100/100"));
+    EXPECT_TRUE(drawing().has("fill round 1 1 -1,-1 8x2 white"));
     m_button->setEnabled(false);
-    EXPECT_TRUE(drawing().has("line 1 r3 14x14+0+8 85/85/85"));
-    EXPECT_TRUE(drawing().has("fill r1 8x2+-1+-1 62/62/62"));
+    EXPECT_TRUE(drawing().has("line 1 round 3 0,8 14x14 85/85/85"));
+    EXPECT_TRUE(drawing().has("fill round 1 1 -1,-1 8x2 62/62/62"));
 }
 
 TEST_F(ButtonDrawing, marksARadioButton) {
     m_button->setButtonType(NSButtonTypeRadio);
-    EXPECT_TRUE(drawing().has("line 1 r7 14x14+0+8 69/69/69"));
+    EXPECT_TRUE(drawing().has("line 1 round 7 0,8 14x14 69/69/69"));
     m_button->setState(1);
-    EXPECT_TRUE(drawing().has("fill r7 14x14+0+8 10/42/86"));
-    EXPECT_TRUE(drawing().has("fill r2.5 5x5+4.5+12.5 100/100/100"));
+    EXPECT_TRUE(drawing().has("fill round 7 7 0,8 14x14 10/42/86"));
+    EXPECT_TRUE(drawing().has("fill round 2.5 2.5 4.5,12.5 5x5 white"));
 }
 
 TEST_F(ButtonDrawing, hasItsImageBesideTheTitle) {
     const auto image = make<NSImage>(&NSImage::initWithSize, NSSize{10, 12});
     image->addRepresentation(NSBitmapImageRep::bitmapWithPixelsWide_pixelsHigh(10, 12));
     m_button->setImage(image);
-    EXPECT_TRUE(drawing().has("bitmap 1 10x12+31.5+9"));
-    EXPECT_TRUE(drawing().has("text Buy 21x16+47.5+7"));
+    EXPECT_TRUE(drawing().has("bitmap 1 31.5,9 10x12"));
+    EXPECT_TRUE(drawing().has("text 'Buy' 47.5,7 21x16"));
     m_button->setImagePosition(NSImageRight);
-    EXPECT_TRUE(drawing().has("text Buy 21x16+31.5+7"));
-    EXPECT_TRUE(drawing().has("bitmap 1 10x12+58.5+9"));
+    EXPECT_TRUE(drawing().has("text 'Buy' 31.5,7 21x16"));
+    EXPECT_TRUE(drawing().has("bitmap 1 58.5,9 10x12"));
     m_button->setImagePosition(NSImageOnly);
     m_button->setEnabled(false);
-    EXPECT_TRUE(drawing().has("bitmap 0.4 10x12+45+9"));
+    EXPECT_TRUE(drawing().has("bitmap 0.4 45,9 10x12"));
     EXPECT_FALSE(drawing().has("text"));
 }
 
 TEST_F(ButtonDrawing, keepsALongTitleInside) {
     m_button->setTitle("A title that is far too long"_ns);
-    EXPECT_TRUE(drawing().has("text A title that is far too long 80x16+10+7"));
+    EXPECT_TRUE(drawing().has("text 'A title that is far too long' 10,7 80x16"));
     m_button->setFrameSize({0, 0});
     EXPECT_FALSE(drawing().has("text"));
 }
@@ -133,10 +128,8 @@ TEST_F(ButtonDrawing, needsAContext) {
     m_button->drawRect(m_button->bounds());
     const auto cell = make<NSButtonCell>();
     cell->drawInteriorWithFrame_inView(NSZeroRect, nullptr);
-    test::RecordingCanvas canvas;
-    const CurrentContext current(NSGraphicsContext::contextWithCanvas(canvas, false));
-    cell->drawWithFrame_inView({{0, 0}, {20, 20}}, nullptr);
-    EXPECT_EQ(canvas.drawn, "fill r4 20x20+0+0 100/100/100\nline 1 r4 20x20+0+0 69/69/69\n");
+    const auto record = test::recorded([&cell] { cell->drawWithFrame_inView({{0, 0}, {20, 20}}, nullptr); });
+    EXPECT_EQ(record.log, "fill round 4 4 0,0 20x20 white\nline 1 round 4 0,0 20x20 69/69/69\n");
 }
 
 } // namespace

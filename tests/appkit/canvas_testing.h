@@ -1,15 +1,16 @@
 #pragma once
 
 #include <zrbasic/platform/appkit/color.h>
+#include <zrbasic/platform/appkit/color_space.h>
 #include <zrbasic/platform/appkit/font.h>
 #include <zrbasic/platform/appkit/graphics_context.h>
-#include <zrbasic/platform/appkit/toolkit.h>
 #include <zrbasic/platform/appkit/view.h>
 #include <zrbasic/platform/foundation/attributed_string.h>
 #include <zrbasic/platform/foundation/string.h>
 
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <sstream>
 #include <string>
 #include <utility>
@@ -36,6 +37,11 @@ struct DrawingRecord {
         return texts.at(0).text->attribute_atIndex_effectiveRange(name, 0, nullptr);
     }
 
+    /// Whether a line of the log begins with that, or several do in a row.
+    [[nodiscard]] bool has(const std::string& line) const {
+        return ("\n" + log).find("\n" + line) != std::string::npos;
+    }
+
     std::string log;
     std::vector<Text> texts;
 };
@@ -51,7 +57,10 @@ class DrawingRecorder final : public Canvas {
     void concat(const NSAffineTransformStruct&) override { m_record.log += "concat\n"; }
     void fillRect(NSRect rect, NSColor* color, NSCompositingOperation operation) override {
         m_record.log += "fill " + written(rect) + ' ' + named(color);
-        m_record.log += operation == NSCompositingOperationSourceOver ? "\n" : " not over\n";
+        if (operation != NSCompositingOperationSourceOver) {
+            m_record.log += operation == NSCompositingOperationCopy ? " in place" : " otherwise";
+        }
+        m_record.log += '\n';
     }
     void fillRoundedRect(NSRect rect, double xRadius, double yRadius, NSColor* color) override {
         std::ostringstream out;
@@ -68,11 +77,14 @@ class DrawingRecorder final : public Canvas {
             "text '" + text->string()->utf8() + "' " + written(rect) + (isSingleLine ? " on one line\n" : "\n");
         m_record.texts.push_back({Ref<NSAttributedString>(text), rect, isSingleLine});
     }
-    void drawBitmap(NSBitmapImageRep*, NSRect to, NSRect, NSCompositingOperation, double) override {
-        m_record.log += "bitmap " + written(to) + '\n';
+    void drawBitmap(NSBitmapImageRep*, NSRect to, NSRect, NSCompositingOperation, double fraction) override {
+        std::ostringstream out;
+        out << "bitmap " << fraction << ' ' << written(to) << '\n';
+        m_record.log += out.str();
     }
 
   private:
+    /// Common colours by name, others as "red/green/blue" in percent.
     static std::string named(NSColor* color) {
         if (!color) {
             return "none";
@@ -86,7 +98,14 @@ class DrawingRecorder final : public Canvas {
                 return name;
             }
         }
-        return color->description()->utf8();
+        const Ref<NSColor> rgb = color->colorUsingColorSpace(NSColorSpace::sRGBColorSpace());
+        std::ostringstream out;
+        out << std::lround(rgb->redComponent() * 100) << '/' << std::lround(rgb->greenComponent() * 100) << '/'
+            << std::lround(rgb->blueComponent() * 100);
+        if (rgb->alphaComponent() < 1) {
+            out << " at " << rgb->alphaComponent();
+        }
+        return out.str();
     }
 
     DrawingRecord& m_record;
@@ -94,10 +113,10 @@ class DrawingRecorder final : public Canvas {
 
 /// What is drawn into a fresh context by `draw`.
 template <class Draw>
-DrawingRecord recorded(const Draw& draw) {
+DrawingRecord recorded(const Draw& draw, bool isFlipped = false) {
     DrawingRecord record;
     DrawingRecorder canvas(record);
-    const Ref<NSGraphicsContext> context = NSGraphicsContext::contextWithCanvas(canvas, false);
+    const Ref<NSGraphicsContext> context = NSGraphicsContext::contextWithCanvas(canvas, isFlipped);
     const CurrentContext current(context);
     draw();
     return record;
@@ -107,26 +126,5 @@ DrawingRecord recorded(const Draw& draw) {
 inline DrawingRecord drawn(NSView* view) {
     return recorded([view] { send<void>(view, "drawRect:"_sel, view->bounds()); });
 }
-
-/// A toolkit whose letters are all 10 points wide and whose fonts are as high as it is told. In use while it stands.
-class MeasuringToolkit final : public Toolkit {
-  public:
-    MeasuringToolkit() : m_previous(setCurrentToolkit(this)) {}
-    ~MeasuringToolkit() override { setCurrentToolkit(m_previous); }
-
-    NSSize naturalSizeOfText(NSAttributedString* text, double lineFragmentPadding) override {
-        if (text->length() == 0) {
-            return NSZeroSize;
-        }
-        return {10 * static_cast<double>(text->length()) + 2 * lineFragmentPadding,
-                metrics.ascender - metrics.descender};
-    }
-    FontMetrics metricsOfFont(NSFont*) override { return metrics; }
-
-    FontMetrics metrics{12, -3, 1};
-
-  private:
-    Toolkit* m_previous;
-};
 
 } // namespace zr::test

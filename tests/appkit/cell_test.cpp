@@ -7,6 +7,7 @@
 #include <zrbasic/platform/foundation/null.h>
 #include <zrbasic/platform/foundation/number.h>
 #include "canvas_testing.h"
+#include "measuring_testing.h"
 
 #include <gtest/gtest.h>
 #include <string>

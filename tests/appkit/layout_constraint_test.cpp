@@ -184,15 +184,15 @@ TEST_F(LayoutConstraint, tellsThePeerOfTheViewThatItLimits) {
     outer->addSubview(view);
     view->ensurePeer();
     limit(view, "[self(20)]");
-    EXPECT_EQ(toolkit.told(), "layout ");
+    EXPECT_EQ(toolkit.taken(), "layout\n");
     limit(outer, "[self(30)]");
-    EXPECT_EQ(toolkit.told(), "layout ");
+    EXPECT_EQ(toolkit.taken(), "layout\n");
     outer->removeConstraint(cast<NSLayoutConstraint>(outer->constraints()->elements()[0]));
-    EXPECT_EQ(toolkit.told(), "layout ");
+    EXPECT_EQ(toolkit.taken(), "layout\n");
     EXPECT_TRUE(view->translatesAutoresizingMaskIntoConstraints());
     view->setTranslatesAutoresizingMaskIntoConstraints(false);
     EXPECT_FALSE(view->translatesAutoresizingMaskIntoConstraints());
-    EXPECT_EQ(toolkit.told(), "layout ");
+    EXPECT_EQ(toolkit.taken(), "layout\n");
 }
 
 TEST_F(LayoutConstraint, limitsTheSizeOfAView) {

@@ -130,12 +130,12 @@ TEST_F(LayoutManager, tellsTheViewOfAnotherTextButNotOfTheSame) {
     TextToolkit toolkit;
     const auto view = make<NSTextView>();
     view->ensurePeer();
-    toolkit.told();
+    toolkit.taken();
     const auto text = make<NSTextStorage>(&NSAttributedString::initWithString, "abc"_ns);
     view->layoutManager()->replaceTextStorage(text);
-    EXPECT_EQ(toolkit.told(), "content layout ");
+    EXPECT_EQ(toolkit.taken(), "content\nlayout\ndisplay\n");
     view->layoutManager()->replaceTextStorage(text);
-    EXPECT_EQ(toolkit.told(), "");
+    EXPECT_EQ(toolkit.taken(), "");
     EXPECT_EQ(view->textStorage(), text);
     view->setSelectedRange({1, 2});
     view->layoutManager()->replaceTextStorage(make<NSTextStorage>(&NSAttributedString::initWithString, "ab"_ns));

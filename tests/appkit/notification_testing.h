@@ -1,7 +1,8 @@
 #pragma once
 
+#include "toolkit_testing.h"
+
 #include <zrbasic/platform/appkit/notification_service.h>
-#include <zrbasic/platform/appkit/toolkit.h>
 #include <zrbasic/platform/foundation/dispatch_queue.h>
 #include <zrbasic/platform/foundation/string.h>
 
@@ -59,7 +60,7 @@ class FakeDesktop : public NotificationService {
     std::function<void()> whilePosting;
 };
 
-class FakeToolkit : public Toolkit {
+class FakeToolkit : public ToolkitInUse {
   public:
     [[nodiscard]] NotificationService* notificationService() override { return service; }
 
@@ -69,11 +70,7 @@ class FakeToolkit : public Toolkit {
 /// With a toolkit whose desktop is `desktop`.
 class Notifying : public testing::Test {
   protected:
-    Notifying() {
-        toolkit.service = &desktop;
-        m_previous = setCurrentToolkit(&toolkit);
-    }
-    ~Notifying() override { setCurrentToolkit(m_previous); }
+    Notifying() { toolkit.service = &desktop; }
 
     /// Runs the main queue until nothing is left in it, now and later.
     static void runMainQueue() {
@@ -84,9 +81,6 @@ class Notifying : public testing::Test {
 
     FakeDesktop desktop;
     FakeToolkit toolkit;
-
-  private:
-    Toolkit* m_previous;
 };
 
 } // namespace zr::test

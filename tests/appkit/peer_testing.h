@@ -1,10 +1,13 @@
 #pragma once
 
-#include <zrbasic/platform/appkit/toolkit.h>
+#include "toolkit_testing.h"
+
 #include <zrbasic/platform/appkit/view.h>
 #include <zrbasic/platform/appkit/window.h>
 #include <zrbasic/platform/foundation/string.h>
 
+#include <memory>
+#include <span>
 #include <string>
 #include <utility>
 #include <vector>
@@ -65,69 +68,85 @@ inline const char* nameOf(WindowChange change) {
     return "unknown";
 }
 
-/// Makes peers that write down what they are told, each under the name of its object: a view's identifier or a
-/// window's title.
-class RecordingToolkit : public Toolkit {
-  public:
-    RecordingToolkit() : m_before(setCurrentToolkit(this)) {}
-    ~RecordingToolkit() override { setCurrentToolkit(m_before); }
-
-    std::unique_ptr<ViewPeer> makeViewPeer(NSView& view) override {
-        return std::make_unique<RecordingViewPeer>(*this, view);
-    }
-    std::unique_ptr<WindowPeer> makeWindowPeer(NSWindow& window) override {
-        return std::make_unique<RecordingWindowPeer>(*this, window);
-    }
-
-    /// What was written down so far, which is then forgotten.
-    std::string taken() { return std::exchange(log, {}); }
-
-    std::string log;
+/// What peers were told, in order, a line each.
+struct PeerLog {
+    std::string told;
     /// What windows were asked to play.
     std::vector<NSPoint> playedOrigins;
     double playedSeconds = 0;
+};
+
+/// Shared, as an object and with it its peer may outlive the toolkit.
+using SharedPeerLog = std::shared_ptr<PeerLog>;
+
+/// Writes under a name, or without one where that is empty.
+class PeerPen {
+  public:
+    PeerPen(SharedPeerLog log, const std::string& name) : m_log(std::move(log)), m_prefix(name) {
+        if (!m_prefix.empty()) {
+            m_prefix += ' ';
+        }
+    }
+    [[nodiscard]] PeerLog& log() const { return *m_log; }
+    void write(const std::string& what) const { m_log->told += m_prefix + what + '\n'; }
 
   private:
-    class RecordingViewPeer : public ViewPeer {
-      public:
-        RecordingViewPeer(RecordingToolkit& toolkit, NSView& view)
-            : m_toolkit(toolkit), m_name(view.identifier() ? view.identifier()->utf8() : "view") {}
-        ~RecordingViewPeer() override { write("gone"); }
-        void viewChanged(ViewChange change) override { write(nameOf(change)); }
-        void takeKeyboard() override { write("keyboard"); }
+    SharedPeerLog m_log;
+    std::string m_prefix;
+};
 
-      private:
-        void write(const char* what) { m_toolkit.log += m_name + ' ' + what + '\n'; }
+class RecordingViewPeer : public ViewPeer {
+  public:
+    RecordingViewPeer(SharedPeerLog log, NSView& view)
+        : m_pen(std::move(log), view.identifier() ? view.identifier()->utf8() : "") {}
+    ~RecordingViewPeer() override { m_pen.write("gone"); }
+    void viewChanged(ViewChange change) override { m_pen.write(nameOf(change)); }
+    void takeKeyboard() override { m_pen.write("keyboard"); }
 
-        RecordingToolkit& m_toolkit;
-        std::string m_name;
-    };
+  private:
+    PeerPen m_pen;
+};
 
-    class RecordingWindowPeer : public WindowPeer {
-      public:
-        RecordingWindowPeer(RecordingToolkit& toolkit, NSWindow& window)
-            : m_toolkit(toolkit), m_name(window.title()->utf8().empty() ? "window" : window.title()->utf8()) {}
-        ~RecordingWindowPeer() override { write("gone"); }
-        void windowChanged(WindowChange change) override { write(nameOf(change)); }
-        void orderAbove(NSWindow* relative) override { write("above " + titleOf(relative)); }
-        void orderBelow(NSWindow* relative) override { write("below " + titleOf(relative)); }
-        void orderOut() override { write("out"); }
-        void takeKeyboard() override { write("keyboard"); }
-        void playFrameOrigins(std::span<const NSPoint> points, double seconds) override {
-            write("plays");
-            m_toolkit.playedOrigins.assign(points.begin(), points.end());
-            m_toolkit.playedSeconds = seconds;
-        }
+class RecordingWindowPeer : public WindowPeer {
+  public:
+    RecordingWindowPeer(SharedPeerLog log, NSWindow& window) : m_pen(std::move(log), window.title()->utf8()) {}
+    ~RecordingWindowPeer() override { m_pen.write("gone"); }
+    void windowChanged(WindowChange change) override { m_pen.write(nameOf(change)); }
+    void orderAbove(NSWindow* relative) override { m_pen.write("above " + titleOf(relative)); }
+    void orderBelow(NSWindow* relative) override { m_pen.write("below " + titleOf(relative)); }
+    void orderOut() override { m_pen.write("out"); }
+    void takeKeyboard() override { m_pen.write("keyboard"); }
+    void playFrameOrigins(std::span<const NSPoint> points, double seconds) override {
+        m_pen.write("plays");
+        m_pen.log().playedOrigins.assign(points.begin(), points.end());
+        m_pen.log().playedSeconds = seconds;
+    }
 
-      private:
-        static std::string titleOf(NSWindow* window) { return window ? window->title()->utf8() : "all"; }
-        void write(const std::string& what) { m_toolkit.log += m_name + ' ' + what + '\n'; }
+  private:
+    static std::string titleOf(NSWindow* window) { return window ? window->title()->utf8() : "all"; }
 
-        RecordingToolkit& m_toolkit;
-        std::string m_name;
-    };
+    PeerPen m_pen;
+};
 
-    Toolkit* m_before;
+/// Makes peers that write down what they are told, each under the name that its object has by then: a view's identifier
+/// or a window's title.
+class RecordingToolkit : public ToolkitInUse {
+  public:
+    std::unique_ptr<ViewPeer> makeViewPeer(NSView& view) override {
+        return std::make_unique<RecordingViewPeer>(m_log, view);
+    }
+    std::unique_ptr<WindowPeer> makeWindowPeer(NSWindow& window) override {
+        return std::make_unique<RecordingWindowPeer>(m_log, window);
+    }
+
+    /// What was written down so far, which is then forgotten.
+    std::string taken() { return std::exchange(m_log->told, {}); }
+
+    [[nodiscard]] const std::vector<NSPoint>& playedOrigins() const { return m_log->playedOrigins; }
+    [[nodiscard]] double playedSeconds() const { return m_log->playedSeconds; }
+
+  private:
+    SharedPeerLog m_log = std::make_shared<PeerLog>();
 };
 
 } // namespace zr::test

@@ -1,6 +1,7 @@
 #include <zrbasic/platform/appkit/text_field.h>
 #include <zrbasic/platform/foundation/string_overwriting_p.h>
 #include "canvas_testing.h"
+#include "measuring_testing.h"
 #include "text_field_testing.h"
 
 #include <string>

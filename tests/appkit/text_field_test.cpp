@@ -2,6 +2,7 @@
 
 #include <zrbasic/platform/appkit/event.h>
 #include "canvas_testing.h"
+#include "measuring_testing.h"
 #include "text_field_testing.h"
 
 namespace zr {

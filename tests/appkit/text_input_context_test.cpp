@@ -1,6 +1,7 @@
 #include <zrbasic/platform/appkit/text_input_context.h>
 
-#include <zrbasic/platform/appkit/toolkit.h>
+#include "toolkit_testing.h"
+
 #include <zrbasic/platform/foundation/array.h>
 #include <zrbasic/platform/foundation/null.h>
 #include <zrbasic/platform/foundation/string.h>
@@ -14,21 +15,7 @@
 namespace zr {
 namespace {
 
-/// A desktop with these layouts.
-class LayoutToolkit : public Toolkit {
-  public:
-    LayoutToolkit(std::vector<std::string> layouts, NSInteger current)
-        : m_layouts(std::move(layouts)), m_current(current), m_before(setCurrentToolkit(this)) {}
-    ~LayoutToolkit() override { setCurrentToolkit(m_before); }
-    std::vector<std::string> keyboardLayouts() override { return m_layouts; }
-    NSInteger currentKeyboardLayout() override { return m_current; }
-    void selectKeyboardLayout(NSInteger index) override { m_current = index; }
-
-  private:
-    std::vector<std::string> m_layouts;
-    NSInteger m_current;
-    Toolkit* m_before;
-};
+using test::KeyboardToolkit;
 
 std::string selected() {
     const Ref<NSString> source = NSTextInputContext::currentInputContext()->selectedKeyboardInputSource();
@@ -38,10 +25,10 @@ std::string selected() {
 TEST(TextInputContext, isThereWhenTheDesktopTellsItsLayouts) {
     EXPECT_EQ(NSTextInputContext::currentInputContext(), nullptr) << "there is no toolkit";
     {
-        const LayoutToolkit none({}, -1);
+        const KeyboardToolkit none({}, -1);
         EXPECT_EQ(NSTextInputContext::currentInputContext(), nullptr);
     }
-    const LayoutToolkit toolkit({"us"}, 0);
+    const KeyboardToolkit toolkit({"us"}, 0);
     const auto context = NSTextInputContext::currentInputContext();
     ASSERT_TRUE(context);
     EXPECT_EQ(NSTextInputContext::currentInputContext(), context);
@@ -49,7 +36,7 @@ TEST(TextInputContext, isThereWhenTheDesktopTellsItsLayouts) {
 }
 
 TEST(TextInputContext, namesLayoutsAsInputSources) {
-    const LayoutToolkit toolkit({"de", "us", "us(intl)", "US", ""}, 0);
+    const KeyboardToolkit toolkit({"de", "us", "us(intl)", "US", ""}, 0);
     const auto sources = NSTextInputContext::currentInputContext()->keyboardInputSources();
     EXPECT_TRUE(sources->isEqual(
         array({"com.apple.keylayout.de"_ns, "com.apple.keylayout.ABC"_ns, "com.apple.keylayout.us(intl)"_ns,
@@ -58,7 +45,7 @@ TEST(TextInputContext, namesLayoutsAsInputSources) {
 }
 
 TEST(TextInputContext, selectsAmongItsSources) {
-    LayoutToolkit toolkit({"de", "us", "us"}, 0);
+    KeyboardToolkit toolkit({"de", "us", "us"}, 0);
     const auto context = NSTextInputContext::currentInputContext();
     EXPECT_EQ(selected(), "com.apple.keylayout.de");
     context->setSelectedKeyboardInputSource("com.apple.keylayout.ABC"_ns);
@@ -69,7 +56,7 @@ TEST(TextInputContext, selectsAmongItsSources) {
 }
 
 TEST(TextInputContext, ignoresWhatIsNoSource) {
-    LayoutToolkit toolkit({"de", "us"}, 0);
+    KeyboardToolkit toolkit({"de", "us"}, 0);
     const auto context = NSTextInputContext::currentInputContext();
     for (const Ref<NSString>& source : {"us"_ns, "com.apple.keylayout.us"_ns, "com.apple.keylayout.abc"_ns,
                                         "com.apple.keylayout.fr"_ns, "com.apple.keylayout.ABC "_ns, ""_ns}) {
@@ -86,12 +73,12 @@ TEST(TextInputContext, selectsNothingWhenTheDesktopDoesNotTell) {
     for (const NSInteger current :
          {NSInteger{-1}, NSInteger{2}, std::numeric_limits<NSInteger>::max(), std::numeric_limits<NSInteger>::min()}) {
         SCOPED_TRACE(current);
-        const LayoutToolkit toolkit({"de", "us"}, current);
+        const KeyboardToolkit toolkit({"de", "us"}, current);
         EXPECT_EQ(selected(), "nothing");
     }
     Ref<NSTextInputContext> context;
     {
-        const LayoutToolkit toolkit({"de"}, 0);
+        const KeyboardToolkit toolkit({"de"}, 0);
         context = NSTextInputContext::currentInputContext();
     }
     EXPECT_EQ(context->selectedKeyboardInputSource(), nullptr) << "the toolkit has gone";

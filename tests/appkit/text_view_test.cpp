@@ -1,11 +1,10 @@
 #include <zrbasic/platform/appkit/text_view.h>
 
 #include "../foundation/checks.h"
+#include "canvas_testing.h"
 #include "text_listening.h"
 #include "text_toolkit.h"
 
-#include <zrbasic/platform/appkit/canvas.h>
-#include <zrbasic/platform/appkit/graphics_context.h>
 #include <zrbasic/platform/appkit/layout_manager.h>
 #include <zrbasic/platform/appkit/text_attributes.h>
 #include <zrbasic/platform/foundation/null.h>
@@ -145,13 +144,13 @@ TEST_F(TextView, doesNotTellItsOwnEditorOfTheEditsThatItMade) {
     TextToolkit toolkit;
     view->ensurePeer();
     view->setString("a"_ns);
-    EXPECT_EQ(toolkit.told(), "content layout selection ");
+    EXPECT_EQ(toolkit.taken(), "content\nlayout\ndisplay\nselection\n");
     view->editWasMade({"ab"_ns, {2, 0}});
-    EXPECT_EQ(toolkit.told(), "layout ");
+    EXPECT_EQ(toolkit.taken(), "layout\ndisplay\n");
     EXPECT_EQ(view->selectedRange(), (NSRange{2, 0}));
     EXPECT_EQ(delegate->heard(), "begin? begun changed ");
     view->editWasMade({"ab"_ns, {0, 99}});
-    EXPECT_EQ(toolkit.told(), "");
+    EXPECT_EQ(toolkit.taken(), "");
     EXPECT_EQ(view->selectedRange(), (NSRange{0, 2}));
     EXPECT_EQ(delegate->heard(), "");
     delegate->whenTold = [this] {
@@ -159,7 +158,7 @@ TEST_F(TextView, doesNotTellItsOwnEditorOfTheEditsThatItMade) {
         view->setString("other"_ns);
     };
     view->editWasMade({"abc"_ns, {3, 0}});
-    EXPECT_EQ(toolkit.told(), "layout content layout selection ");
+    EXPECT_EQ(toolkit.taken(), "layout\ndisplay\ncontent\nlayout\ndisplay\nselection\n");
     EXPECT_EQ(text(), "other");
 }
 
@@ -245,11 +244,11 @@ TEST_F(TextView, overwritesASecureTextBeforeItTakesAnother) {
     view->setSecure(true);
     view->setString("key"_ns);
     storage->seen.clear();
-    toolkit.told();
+    toolkit.taken();
     view->setString("new"_ns);
     const std::u16string zeros(3, u'\0');
     EXPECT_EQ(storage->seen, zeros + u"|new|");
-    EXPECT_EQ(toolkit.told(), "layout content layout selection ");
+    EXPECT_EQ(toolkit.taken(), "layout\ndisplay\ncontent\nlayout\ndisplay\nselection\n");
     storage->seen.clear();
     view->setString(nullptr);
     EXPECT_EQ(storage->seen, zeros + u"||");
@@ -272,53 +271,22 @@ TEST_F(TextView, leavesSpacingAloneWhenItIsAligned) {
     EXPECT_EQ(spaced->alignment(), NSTextAlignmentNatural);
 }
 
-/// Writes down what is drawn.
-class TextCanvas : public Canvas {
-  public:
-    void save() override {}
-    void restore() override {}
-    void clipToRect(NSRect) override {}
-    void concat(const NSAffineTransformStruct&) override {}
-    void fillRect(NSRect, NSColor*, NSCompositingOperation) override { log += "fill "; }
-    void fillRoundedRect(NSRect, double, double, NSColor*) override {}
-    void strokeRoundedRect(NSRect, double, double, NSColor*) override {}
-    void drawText(NSAttributedString* text, NSRect rect, bool isSingleLine) override {
-        log += text->string()->utf8() + (isSingleLine ? " on one line " : " ");
-        place = rect;
-    }
-    void drawBitmap(NSBitmapImageRep*, NSRect, NSRect, NSCompositingOperation, double) override {}
-
-    std::string log;
-    NSRect place;
-};
-
 TEST_F(TextView, drawsItsTextInsideOfThePadding) {
-    TextCanvas canvas;
     view->setString("abc"_ns);
     view->drawRect(view->bounds());
-    const CurrentContext drawing(NSGraphicsContext::contextWithCanvas(canvas, true));
-    view->drawRect(view->bounds());
-    EXPECT_EQ(canvas.log, "fill abc ");
-    EXPECT_EQ(canvas.place, NSMakeRect(5, 0, 90, 20));
-    canvas.log.clear();
+    EXPECT_EQ(test::drawn(view).log, "fill 0,0 100x20 white\ntext 'abc' 5,0 90x20\n");
     view->setDrawsBackground(false);
     view->setFieldEditor(true);
-    view->drawRect(view->bounds());
-    EXPECT_EQ(canvas.log, "abc on one line ");
-    canvas.log.clear();
+    EXPECT_EQ(test::drawn(view).log, "text 'abc' 5,0 90x20 on one line\n");
     view->setString(nullptr);
-    view->drawRect(view->bounds());
-    EXPECT_EQ(canvas.log, "");
+    EXPECT_EQ(test::drawn(view).log, "");
 }
 
 TEST_F(TextView, drawsBulletsForASecureText) {
-    TextCanvas canvas;
-    const CurrentContext drawing(NSGraphicsContext::contextWithCanvas(canvas, true));
     view->setDrawsBackground(false);
     view->setSecure(true);
     view->setString("key"_ns);
-    view->drawRect(view->bounds());
-    EXPECT_EQ(canvas.log, "\u2022\u2022\u2022 ");
+    EXPECT_EQ(test::drawn(view).log, "text '\u2022\u2022\u2022' 5,0 90x20\n");
     EXPECT_EQ(text(), "key");
 }
 

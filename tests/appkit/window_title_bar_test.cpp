@@ -52,12 +52,12 @@ TEST_F(TitleBar, tellsTheScreenWhichButtonsAreHidden) {
     const auto made = window();
     made->orderFront(nullptr);
     const auto close = made->standardWindowButton(NSWindowCloseButton);
-    m_toolkit.log.told.clear();
+    m_toolkit.taken();
     close->setHidden(true);
     close->setHidden(true);
-    EXPECT_EQ(m_toolkit.log.told, "buttons ") << "once for a change";
+    EXPECT_EQ(m_toolkit.taken(), "buttons\n") << "once for a change";
     send<void>(close, "setHidden:"_sel, false);
-    EXPECT_EQ(m_toolkit.log.told, "buttons buttons ");
+    EXPECT_EQ(m_toolkit.taken(), "buttons\n");
 }
 
 TEST_F(TitleBar, closesTheWindowByItsButton) {
@@ -85,18 +85,18 @@ TEST_F(TitleBar, outlivesItsWindowAsAButton) {
 TEST_F(TitleBar, miniaturizesTheWindow) {
     const auto made = window();
     made->orderFront(nullptr);
-    m_toolkit.log.told.clear();
+    m_toolkit.taken();
     made->standardWindowButton(NSWindowMiniaturizeButton)->performClick(nullptr);
     made->miniaturize(nullptr);
     EXPECT_TRUE(made->isMiniaturized());
-    EXPECT_EQ(m_toolkit.log.told, "behavior ");
+    EXPECT_EQ(m_toolkit.taken(), "behavior\n");
     made->deminiaturize(nullptr);
     made->deminiaturize(nullptr);
     EXPECT_FALSE(made->isMiniaturized());
-    EXPECT_EQ(m_toolkit.log.told, "behavior behavior ");
+    EXPECT_EQ(m_toolkit.taken(), "behavior\n");
     made->wasMiniaturized(true);
     EXPECT_TRUE(made->isMiniaturized());
-    EXPECT_EQ(m_toolkit.log.told, "behavior behavior ") << "the desktop knows";
+    EXPECT_EQ(m_toolkit.taken(), "") << "the desktop knows";
     const auto fixed = window(NSWindowStyleMaskTitled);
     fixed->performMiniaturize(nullptr);
     EXPECT_FALSE(fixed->isMiniaturized());
@@ -140,10 +140,10 @@ TEST_F(TitleBar, limitsUsersAndNotPrograms) {
     EXPECT_EQ(made->minSize(), NSZeroSize);
     EXPECT_GT(made->maxSize().width, 1e30);
     made->orderFront(nullptr);
-    m_toolkit.log.told.clear();
+    m_toolkit.taken();
     made->setMinSize({100, 100});
     made->setMaxSize({300, 300});
-    EXPECT_EQ(m_toolkit.log.told, "behavior behavior ");
+    EXPECT_EQ(m_toolkit.taken(), "behavior\nbehavior\n");
     made->setFrame_display({{0, 0}, {1, 1000}}, true);
     EXPECT_EQ(made->frame().size, (NSSize{1, 1000}));
     EXPECT_EQ(made->minSize(), (NSSize{100, 100}));

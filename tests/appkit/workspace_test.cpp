@@ -1,6 +1,7 @@
 #include <zrbasic/platform/appkit/workspace.h>
 
-#include <zrbasic/platform/appkit/toolkit.h>
+#include "toolkit_testing.h"
+
 #include <zrbasic/platform/foundation/dictionary.h>
 #include <zrbasic/platform/foundation/error.h>
 #include <zrbasic/platform/foundation/null.h>
@@ -32,10 +33,8 @@ bool launch(NSURL* address, Ref<NSError>* error = nullptr) {
 }
 
 /// Writes down what it is asked for.
-class WritingToolkit : public Toolkit {
+class WritingToolkit : public test::ToolkitInUse {
   public:
-    WritingToolkit() : m_before(setCurrentToolkit(this)) {}
-    ~WritingToolkit() override { setCurrentToolkit(m_before); }
     bool openURL(NSURL* address) override {
         log += "open " + address->absoluteString()->utf8() + '\n';
         return result;
@@ -47,9 +46,6 @@ class WritingToolkit : public Toolkit {
 
     std::string log;
     bool result = true;
-
-  private:
-    Toolkit* m_before;
 };
 
 TEST(Workspace, isOneAndKnowsTheValuesOfTheInterface) {

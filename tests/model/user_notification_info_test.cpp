@@ -37,14 +37,12 @@ Ref<NSUserNotification> clickedNotification() {
     test::FakeDesktop desktop;
     test::FakeToolkit toolkit;
     toolkit.service = &desktop;
-    Toolkit* const previous = setCurrentToolkit(&toolkit);
     auto made = notification<NSUserNotification>();
     setupActionButtonTitle(made.get(), "Go"_ns);
     const auto center = NSUserNotificationCenter::defaultUserNotificationCenter();
     center->deliverNotification(made);
     desktop.clickButton();
     center->removeAllDeliveredNotifications();
-    setCurrentToolkit(previous);
     return made;
 }
 
@@ -158,7 +156,6 @@ TEST(NotificationInfo, goesTheWholeWay) {
     test::FakeDesktop desktop;
     test::FakeToolkit toolkit;
     toolkit.service = &desktop;
-    Toolkit* const previous = setCurrentToolkit(&toolkit);
     const auto center = UNUserNotificationCenter::currentNotificationCenter();
     const auto content = notificationWithTitle_informativeText<UNMutableNotificationContent>("Filled"_ns, "BTC"_ns);
     setupActionButtonTitle(content.get(), "Again"_ns);
@@ -172,7 +169,6 @@ TEST(NotificationInfo, goesTheWholeWay) {
     EXPECT_TRUE(desktop.postings.at(1).buttons.empty()) << "the empty category has no button";
     center->removeAllDeliveredNotifications();
     center->setNotificationCategories(nullptr);
-    setCurrentToolkit(previous);
 }
 
 } // namespace

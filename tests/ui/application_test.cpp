@@ -11,10 +11,14 @@
 #include <zrbasic/platform/foundation/number.h>
 #include <zrbasic/platform/foundation/run_loop.h>
 
+#include <tests/appkit/window_testing.h>
+
 #include <gtest/gtest.h>
 
 namespace zr {
 namespace {
+
+using test::later;
 
 using DarkMode = test::TemporaryDefaults;
 
@@ -137,10 +141,6 @@ TEST(WindowsByIdentifier, needAReceiverAndText) {
     EXPECT_FALSE(send<bool>(application, "containsWindowWithIdentifier:"_sel, box(1)));
     EXPECT_EQ(windowWithIdentifier(make<NSApplication>(), "abc"_ns), nullptr) << "those of the receiver";
     EXPECT_EQ(windowWithIdentifier(application, NSString::fromUtf16(std::u16string(100000, u'a'))), nullptr);
-}
-
-void later(std::function<void()> work) {
-    dispatch_async(dispatch_get_main_queue(), std::move(work));
 }
 
 TEST(DeferredModalRun, beginsOnALaterPass) {

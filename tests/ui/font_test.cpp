@@ -1,6 +1,6 @@
 #include <zrbasic/ui/font.h>
 
-#include "screen_testing.h"
+#include "../appkit/toolkit_testing.h"
 
 #include <gtest/gtest.h>
 

@@ -1,10 +1,10 @@
 #include <zrbasic/ui/responder.h>
 
-#include <zrbasic/platform/appkit/toolkit.h>
 #include <zrbasic/platform/appkit/view.h>
 #include <zrbasic/platform/foundation/null.h>
 #include <zrbasic/platform/foundation/string.h>
 
+#include <tests/appkit/toolkit_testing.h>
 #include <tests/foundation/checks.h>
 
 #include <gtest/gtest.h>
@@ -15,25 +15,7 @@
 namespace zr {
 namespace {
 
-/// A desktop with keyboard layouts.
-class KeyboardToolkit : public Toolkit {
-  public:
-    KeyboardToolkit() : m_before(setCurrentToolkit(this)) {}
-    ~KeyboardToolkit() override { setCurrentToolkit(m_before); }
-    std::vector<std::string> keyboardLayouts() override { return layouts; }
-    NSInteger currentKeyboardLayout() override { return current; }
-    void selectKeyboardLayout(NSInteger index) override {
-        current = index;
-        ++selections;
-    }
-
-    std::vector<std::string> layouts;
-    NSInteger current = -1;
-    int selections = 0;
-
-  private:
-    Toolkit* m_before;
-};
+using test::KeyboardToolkit;
 
 TEST(PlainKeyboardLayout, isSelectedWhenTheUserHasIt) {
     const auto responder = make<NSResponder>();

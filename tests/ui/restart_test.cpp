@@ -1,7 +1,6 @@
 #include <zrbasic/ui/restart.h>
 
 #include <zrbasic/platform/appkit/application.h>
-#include <zrbasic/platform/appkit/toolkit.h>
 #include <zrbasic/platform/appkit/window.h>
 #include <zrbasic/platform/appkit/workspace.h>
 #include <zrbasic/platform/foundation/bundle.h>
@@ -9,6 +8,8 @@
 #include <zrbasic/platform/foundation/notification_center.h>
 #include <zrbasic/platform/foundation/string.h>
 #include <zrbasic/platform/foundation/url.h>
+
+#include <tests/appkit/toolkit_testing.h>
 
 #include <gtest/gtest.h>
 
@@ -46,7 +47,7 @@ class RestartDelegate : public NSObject {
 };
 
 /// Writes down what it is asked to start, and starts nothing.
-class StartingToolkit : public Toolkit {
+class StartingToolkit : public test::ToolkitInUse {
   public:
     bool launch(NSString* path) override {
         *steps += "launch " + path->utf8() + state();
@@ -60,7 +61,6 @@ class Restart : public testing::Test {
   protected:
     Restart() {
         steps = &m_steps;
-        m_before = setCurrentToolkit(&toolkit);
         application->setDelegate(delegate);
     }
     ~Restart() override {
@@ -70,7 +70,6 @@ class Restart : public testing::Test {
         application->setDelegate(nullptr);
         application->setActivationPolicy(NSApplicationActivationPolicyRegular);
         application->unhide(nullptr);
-        setCurrentToolkit(m_before);
     }
 
     static std::string program() { return NSBundle::mainBundle()->executablePath()->utf8(); }
@@ -79,9 +78,6 @@ class Restart : public testing::Test {
     const Ref<NSApplication> application = NSApplication::sharedApplication();
     const Ref<RestartDelegate> delegate = make<RestartDelegate>();
     std::string m_steps;
-
-  private:
-    Toolkit* m_before;
 };
 
 TEST_F(Restart, hidesThenLeavesTheDockThenStartsThenTerminates) {

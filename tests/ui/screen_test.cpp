@@ -1,6 +1,6 @@
 #include <zrbasic/ui/screen.h>
 
-#include "screen_testing.h"
+#include "../appkit/toolkit_testing.h"
 
 #include <zrbasic/platform/runtime/message.h>
 

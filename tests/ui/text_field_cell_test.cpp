@@ -2,6 +2,7 @@
 
 #include <zrbasic/platform/appkit/event.h>
 #include "../appkit/canvas_testing.h"
+#include "../appkit/measuring_testing.h"
 #include "../appkit/text_field_testing.h"
 
 #include <limits>

@@ -83,12 +83,12 @@ TEST_F(WindowHelper, namesTheStandardButtons) {
 TEST_F(WindowHelper, hidesAllButtons) {
     const auto made = window();
     made->orderFront(nullptr);
-    m_toolkit.log.told.clear();
+    m_toolkit.taken();
     hideAllWindowButtons(made);
     EXPECT_TRUE(closeButton(made)->isHidden());
     EXPECT_TRUE(miniaturizeButton(made)->isHidden());
     EXPECT_TRUE(zoomButton(made)->isHidden());
-    EXPECT_EQ(m_toolkit.log.told, "buttons buttons buttons ");
+    EXPECT_EQ(m_toolkit.taken(), "buttons\nbuttons\nbuttons\n");
 }
 
 // Places
@@ -208,9 +208,9 @@ TEST_F(WindowHelper, shakesTwentyTimesWithinHalfASecond) {
     made->orderFront(nullptr);
     made->setAnimations(dictionary({{"alphaValue"_ns, make<CAAnimation>()}}));
     beginShakeAnimation(made);
-    const std::vector<NSPoint>& points = m_toolkit.log.points;
+    const std::vector<NSPoint>& points = m_toolkit.playedOrigins();
     ASSERT_EQ(points.size(), 42U);
-    EXPECT_EQ(m_toolkit.log.seconds, 0.5);
+    EXPECT_EQ(m_toolkit.playedSeconds(), 0.5);
     const double swing = 400 * static_cast<double>(0.01F);
     EXPECT_NE(swing, 4.0) << "the share is that of single precision";
     EXPECT_EQ(points.front(), (NSPoint{100, 50}));
@@ -231,12 +231,12 @@ TEST_F(WindowHelper, shakesNothingThatIsNotThere) {
     const NSRect before = hidden->frame();
     beginShakeAnimation(hidden);
     EXPECT_EQ(hidden->frame(), before);
-    EXPECT_EQ(m_toolkit.log.told, "") << "it is not on a screen";
+    EXPECT_EQ(m_toolkit.taken(), "") << "it is not on a screen";
     const auto empty = window({{5, 5}, {0, 0}});
     empty->orderFront(nullptr);
     send<void>(empty, "beginShakeAnimation"_sel);
-    ASSERT_EQ(m_toolkit.log.points.size(), 42U);
-    EXPECT_EQ(m_toolkit.log.points[7], (NSPoint{5, 5}));
+    ASSERT_EQ(m_toolkit.playedOrigins().size(), 42U);
+    EXPECT_EQ(m_toolkit.playedOrigins()[7], (NSPoint{5, 5}));
 }
 
 TEST_F(WindowHelper, doesNothingForNull) {

@@ -1,5 +1,6 @@
 #include <zrbasic/platform/appkit/application.h>
 
+#include <zrbasic/platform/appkit/delegate_telling_p.h>
 #include <zrbasic/platform/appkit/toolkit.h>
 #include <zrbasic/platform/appkit/window.h>
 #include <zrbasic/platform/foundation/notification_center.h>
@@ -135,13 +136,7 @@ void NSApplication::end() {
         End& end;
         ~Ending() { end = End::Reached; }
     } ending{m_end};
-    const id told = delegate();
-    if (told && told->respondsToSelector("applicationWillTerminate:"_sel)) {
-        const auto notification =
-            NSNotification::notificationWithName_object(NSApplicationWillTerminateNotification(), this);
-        send<void>(told, "applicationWillTerminate:"_sel, notification);
-    }
-    post(NSApplicationWillTerminateNotification(), this);
+    tellDelegateAndPost(this, delegate(), "applicationWillTerminate:"_sel, NSApplicationWillTerminateNotification());
 }
 
 void NSApplication::hide(NSObject*) {

@@ -1,9 +1,9 @@
 #include <zrbasic/platform/appkit/table_view.h>
 
+#include <zrbasic/platform/appkit/delegate_telling_p.h>
 #include <zrbasic/platform/foundation/attributed_string.h>
 #include <zrbasic/platform/foundation/dictionary.h>
 #include <zrbasic/platform/foundation/mutable_index_set.h>
-#include <zrbasic/platform/foundation/notification_center.h>
 #include <zrbasic/platform/foundation/null.h>
 #include <zrbasic/platform/foundation/number.h>
 
@@ -102,13 +102,7 @@ TableDisplay* NSTableView::display() const {
 }
 
 void NSTableView::post(NSString* name, SEL operation, NSDictionary* userInfo) {
-    // Whoever is told may let go of the table.
-    const Ref<NSTableView> self(this);
-    const auto notification = NSNotification::notificationWithName_object_userInfo(name, this, userInfo);
-    if (const id told = delegate(); hasOperation(told, operation)) {
-        send<void>(told, operation, notification);
-    }
-    NSNotificationCenter::defaultCenter()->postNotification(notification);
+    tellDelegateAndPost(this, delegate(), operation, name, userInfo);
 }
 
 NSInteger NSTableView::numberOfColumns() const {

@@ -2,21 +2,11 @@
 #include <zrbasic/platform/appkit/text_view.h>
 #include <zrbasic/platform/appkit/toolkit.h>
 #include <zrbasic/platform/appkit/window.h>
+#include <zrbasic/platform/foundation/unicode_p.h>
 #include <zrbasic/platform/runtime/message.h>
 
 // What the keyboard and the clipboard do to a text.
 namespace zr {
-namespace {
-
-bool isHighSurrogate(char16_t unit) {
-    return (unit & 0xFC00) == 0xD800;
-}
-
-bool isLowSurrogate(char16_t unit) {
-    return (unit & 0xFC00) == 0xDC00;
-}
-
-} // namespace
 
 bool NSTextView::makeEdit(NSRange range, std::u16string_view replacement) {
     const Ref<NSTextView> self(this);
@@ -67,10 +57,7 @@ void NSTextView::deleteBackward(NSObject*) {
     NSRange range = m_selectedRange;
     if (range.length == 0 && range.location > 0) {
         const Ref<NSString> text = string();
-        const std::u16string_view units = text->view();
-        const bool isPair = range.location > 1 && isLowSurrogate(units[range.location - 1]) &&
-                            isHighSurrogate(units[range.location - 2]);
-        range.length = isPair ? 2 : 1;
+        range.length = detail::codePointBefore(text->view(), range.location).length;
         range.location -= range.length;
     }
     if (range.length != 0) {
@@ -83,9 +70,7 @@ void NSTextView::deleteForward(NSObject*) {
     const Ref<NSString> text = string();
     const std::u16string_view units = text->view();
     if (range.length == 0 && range.location < units.size()) {
-        const bool isPair = range.location + 1 < units.size() && isHighSurrogate(units[range.location]) &&
-                            isLowSurrogate(units[range.location + 1]);
-        range.length = isPair ? 2 : 1;
+        range.length = detail::codePointAt(units, range.location).length;
     }
     if (range.length != 0) {
         makeEdit(range, {});

@@ -1,9 +1,10 @@
 #include <zrbasic/platform/appkit/text_field.h>
 
+#include <zrbasic/platform/appkit/delegate_telling_p.h>
 #include <zrbasic/platform/appkit/event.h>
 #include <zrbasic/platform/appkit/window.h>
 #include <zrbasic/platform/foundation/dictionary.h>
-#include <zrbasic/platform/foundation/notification_center.h>
+#include <zrbasic/platform/foundation/notification.h>
 #include <zrbasic/platform/foundation/number.h>
 
 namespace zr {
@@ -265,12 +266,7 @@ bool NSTextField::textShouldEndEditing(NSText* editor) {
 }
 
 void NSTextField::tell(SEL operation, NSString* name, NSDictionary* userInfo) {
-    const Ref<NSNotification> notification = NSNotification::notificationWithName_object_userInfo(name, this, userInfo);
-    const id delegate = this->delegate();
-    if (delegate && delegate->respondsToSelector(operation)) {
-        send<void>(delegate, operation, notification);
-    }
-    NSNotificationCenter::defaultCenter()->postNotification(notification);
+    tellDelegateAndPost(this, delegate(), operation, name, userInfo);
 }
 
 void NSTextField::textDidBeginEditing(NSNotification*) {

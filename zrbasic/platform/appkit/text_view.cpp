@@ -1,12 +1,12 @@
 #include <zrbasic/platform/appkit/text_view.h>
 
+#include <zrbasic/platform/appkit/delegate_telling_p.h>
 #include <zrbasic/platform/appkit/graphics_context.h>
 #include <zrbasic/platform/appkit/layout_manager.h>
 #include <zrbasic/platform/appkit/text_attributes.h>
 #include <zrbasic/platform/appkit/toolkit.h>
 #include <zrbasic/platform/appkit/window.h>
 #include <zrbasic/platform/foundation/mutable_dictionary.h>
-#include <zrbasic/platform/foundation/notification_center.h>
 #include <zrbasic/platform/foundation/number.h>
 #include <zrbasic/platform/foundation/string_overwriting_p.h>
 #include <zrbasic/platform/foundation/url.h>
@@ -318,13 +318,7 @@ void NSTextView::endEditing(NSTextMovement movement) {
 }
 
 void NSTextView::post(NSString* name, SEL operation, NSDictionary* userInfo) {
-    const Ref<NSTextView> self(this);
-    const Ref<NSNotification> notification = NSNotification::notificationWithName_object_userInfo(name, this, userInfo);
-    const id delegate = this->delegate();
-    if (delegate && delegate->respondsToSelector(operation)) {
-        send<void>(delegate, operation, notification);
-    }
-    NSNotificationCenter::defaultCenter()->postNotification(notification);
+    tellDelegateAndPost(this, delegate(), operation, name, userInfo);
 }
 
 bool NSTextView::acceptsFirstResponder() const {

@@ -2,6 +2,7 @@
 
 #include <zrbasic/platform/appkit/application.h>
 #include <zrbasic/platform/appkit/button.h>
+#include <zrbasic/platform/appkit/delegate_telling_p.h>
 #include <zrbasic/platform/appkit/event.h>
 #include <zrbasic/platform/appkit/key_view_order_p.h>
 #include <zrbasic/platform/appkit/text_view.h>
@@ -406,12 +407,7 @@ void NSWindow::close() {
         NSWindow& window;
         ~Ending() { window.m_isClosing = false; }
     } ending{*this};
-    const id closing = delegate();
-    if (closing && closing->respondsToSelector("windowWillClose:"_sel)) {
-        send<void>(closing, "windowWillClose:"_sel,
-                   NSNotification::notificationWithName_object(NSWindowWillCloseNotification(), this));
-    }
-    post(NSWindowWillCloseNotification(), this);
+    tellDelegateAndPost(this, delegate(), "windowWillClose:"_sel, NSWindowWillCloseNotification());
     orderOut(nullptr);
 }
 
