@@ -2,6 +2,8 @@
 
 #include <zrbasic/platform/appkit/button.h>
 #include <zrbasic/platform/appkit/table_view.h>
+#include <zrbasic/platform/appkit/text_field_cell.h>
+#include <zrbasic/platform/foundation/formatter.h>
 #include <zrbasic/platform/qt/accessibility_p.h>
 #include <zrbasic/ui/label.h>
 
@@ -192,6 +194,42 @@ TEST_F(Accessibility, nothingIsSaidOfAPasswordThatChanges) {
     QWidget& widget = *widgetOf(field);
     field->setStringValue("pass"_ns);
     EXPECT_TRUE(qt::announcementsOf(*field, ViewChange::Content, widget).empty());
+}
+
+TEST_F(Accessibility, aCellForPasswordsMakesAnyFieldOne) {
+    const auto field = add<NSTextField>({{20, 100}, {200, 24}});
+    field->setCell(make<NSSecureTextFieldCell>());
+    field->setEditable(true);
+    field->setStringValue("pass"_ns);
+    QAccessibleInterface* const about = told(field);
+    ASSERT_NE(about, nullptr);
+    EXPECT_TRUE(about->state().passwordEdit);
+    EXPECT_EQ(about->text(QAccessible::Value), "");
+    ASSERT_NE(about->textInterface(), nullptr);
+    EXPECT_EQ(about->textInterface()->characterCount(), 0);
+    field->setEditable(false);
+    EXPECT_EQ(about->text(QAccessible::Name), "");
+}
+
+/// Has no text for anything.
+class RaisingFormatter : public NSFormatter {
+    ZR_OBJECT(RaisingFormatter, NSFormatter)
+  public:
+    Ref<NSString> stringForObjectValue(NSObject*) override { NSException::raise(NSGenericException, "no text"); }
+};
+
+TEST_F(Accessibility, nothingRaisesThroughAReader) {
+    const auto field = add({{20, 100}, {200, 24}});
+    field->setStringValue("12"_ns);
+    QAccessibleInterface* const about = told(field);
+    ASSERT_NE(about, nullptr);
+    EXPECT_EQ(about->text(QAccessible::Value), "12");
+    testing::internal::CaptureStderr();
+    field->setFormatter(make<RaisingFormatter>());
+    EXPECT_NO_THROW(EXPECT_EQ(about->text(QAccessible::Value), ""));
+    EXPECT_NO_THROW(EXPECT_EQ(about->textInterface()->text(0, 2), ""));
+    const std::string reported = testing::internal::GetCapturedStderr();
+    EXPECT_NE(reported.find("no text"), std::string::npos) << reported;
 }
 
 } // namespace

@@ -16,6 +16,12 @@ int main(int argc, char** argv) {
         qputenv("QT_QPA_PLATFORM", "offscreen");
     }
     qputenv("FONTCONFIG_FILE", ZR_TEST_FONTS_FILE);
+    // The desktop that they are run on may enlarge and decorate what it shows.
+    for (const char* const setting :
+         {"QT_SCALE_FACTOR", "QT_SCREEN_SCALE_FACTORS", "QT_SCALE_FACTOR_ROUNDING_POLICY", "QT_ENABLE_HIGHDPI_SCALING",
+          "QT_FONT_DPI", "QT_USE_PHYSICAL_DPI", "QT_STYLE_OVERRIDE", "QT_QPA_PLATFORMTHEME"}) {
+        qunsetenv(setting);
+    }
     QApplication application(argc, argv);
     // Nothing blinks in a picture.
     QApplication::setCursorFlashTime(0);

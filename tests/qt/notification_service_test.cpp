@@ -389,7 +389,7 @@ TEST_F(DesktopNotificationService, cannotShowAnythingWithoutABus) {
         EXPECT_FALSE(post("a"));
         service->withdraw("a"_ns);
     }
-    EXPECT_LT(timer.elapsed(), 2000);
+    EXPECT_LT(timer.elapsed(), 10'000);
     useBus(bus.address());
     show("a");
     EXPECT_EQ(server->last().summary, "Title");
@@ -416,7 +416,7 @@ TEST_F(DesktopNotificationService, doesNotWaitForTheServer) {
     EXPECT_TRUE(post("a"));
     EXPECT_TRUE(post("a"));
     service->withdraw("a"_ns);
-    EXPECT_LT(timer.elapsed(), 1000);
+    EXPECT_LT(timer.elapsed(), 10'000);
     EXPECT_TRUE(becomes([this] { return !server->shown.empty(); }));
     server->keepsSilent = false;
     show("b");

@@ -217,7 +217,7 @@ TEST_F(FieldPixels, thePlaceholderStaysUntilSomethingIsTyped) {
     field->setAlignment(NSTextAlignmentCenter);
     show();
     const int idle = count(picture(field), Qt::red);
-    ASSERT_GT(idle, 10);
+    ASSERT_GT(idle, 0);
     edit(field);
     cast<NSTextView>(editor())->setInsertionPointColor(NSColor::clearColor());
     EXPECT_EQ(count(picture(field), Qt::red), idle);

@@ -363,6 +363,28 @@ TEST_F(ViewLayouts, aViewThatIsHiddenStaysSoInALayout) {
     EXPECT_TRUE(widgetOf(hidden)->isVisible());
 }
 
+/// Does not know how large it would like to be.
+class RaisingView : public LoggingView {
+    ZR_OBJECT(RaisingView, LoggingView)
+  public:
+    NSSize intrinsicContentSize() const override { NSException::raise(NSGenericException, "no size"); }
+};
+
+TEST_F(ViewLayouts, aNaturalSizeThatRaisesIsNone) {
+    const auto view = make<RaisingView>(&RaisingView::initWithFrame, NSRect{{0, 0}, {50, 60}});
+    auto* const layout = new QVBoxLayout(&top);
+    testing::internal::CaptureStderr();
+    EXPECT_NO_THROW({
+        layout->addWidget(qt::widget(view.get()));
+        top.show();
+        settle();
+    });
+    const std::string reported = testing::internal::GetCapturedStderr();
+    EXPECT_NE(reported.find("no size"), std::string::npos) << reported;
+    EXPECT_EQ(widgetOf(view)->sizeHint(), QSize(50, 60)) << "as large as it was made";
+    EXPECT_EQ(widgetOf(view)->minimumSizeHint(), QSize(0, 0));
+}
+
 TEST_F(ViewLayouts, aViewTakenOutOfALayoutCanGoIntoAnotherView) {
     const Ref<LoggingView> view = loggingView({{0, 0}, {50, 60}});
     auto* const layout = new QVBoxLayout(&top);

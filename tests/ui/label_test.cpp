@@ -15,6 +15,7 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <string>
 #include <utility>
 
@@ -341,9 +342,25 @@ TEST_F(Label, mayGoWhenItsActionIsSent) {
 class LabelSurroundings : public NSView {
     ZR_OBJECT(LabelSurroundings, NSView)
   public:
-    void mouseEntered(NSEvent*) override { ++entered; }
+    void mouseEntered(NSEvent*) override {
+        ++entered;
+        hear();
+    }
     ZR_METHOD(mouseEntered, "mouseEntered:")
+    void mouseExited(NSEvent*) override { hear(); }
+    ZR_METHOD(mouseExited, "mouseExited:")
+    void mouseDown(NSEvent*) override { hear(); }
+    ZR_METHOD(mouseDown, "mouseDown:")
+
     int entered = 0;
+    std::function<void()> whenHeard;
+
+  private:
+    void hear() const {
+        if (whenHeard) {
+            whenHeard();
+        }
+    }
 };
 
 TEST_F(Label, handsEventsOnToWhatLiesAroundIt) {
@@ -353,6 +370,22 @@ TEST_F(Label, handsEventsOnToWhatLiesAroundIt) {
     enter();
     EXPECT_EQ(outer->entered, 1);
     EXPECT_EQ(underline(), 1);
+}
+
+TEST_F(Label, handsEventsOnBeforeItDoesItsOwnPart) {
+    const auto outer = make<LabelSurroundings>();
+    outer->addSubview(label);
+    const auto target = make<LabelTarget>();
+    label->setTarget(target);
+    label->setAction("pressed:"_sel);
+    label->setStyle(2);
+    std::string log;
+    outer->whenHeard = [&] { log += std::to_string(underline()) + ' ' + std::to_string(target->presses) + '\n'; };
+    enter();
+    leave();
+    press();
+    EXPECT_EQ(log, "-1 0\n1 0\n0 0\n");
+    EXPECT_EQ(target->presses, 1);
 }
 
 } // namespace

@@ -25,6 +25,66 @@ class FocusListener : public NSObject, public ZRXTextFieldDelegate {
     Ref<NSColor> colorWhenTold;
 };
 
+/// Looks at the border when the field is asked whether it may be edited, and when it is told of the end.
+class BorderWatcher : public NSObject {
+    ZR_OBJECT(BorderWatcher, NSObject)
+  public:
+    bool shouldBegin(NSObject*, NSObject*) {
+        atTheBeginning = field->layer()->borderColor();
+        return true;
+    }
+    ZR_METHOD(shouldBegin, "control:textShouldBeginEditing:")
+    void ended(NSNotification*) { atTheEnd = field->layer()->borderColor(); }
+    ZR_METHOD(ended, "controlTextDidEndEditing:")
+
+    NSView* field = nullptr;
+    Ref<NSColor> atTheBeginning;
+    Ref<NSColor> atTheEnd;
+};
+
+/// Writes down in which order its look is set, and what has been set before.
+class SetUpField : public ZRXTextField {
+    ZR_OBJECT(SetUpField, ZRXTextField)
+  public:
+    void setBorderWidth(double width) override {
+        log += wantsLayer() && isEditable() && !isBezeled() && usesSingleLineMode() ? "width " : "too early ";
+        ZRXTextField::setBorderWidth(width);
+    }
+    void setBorderColor(NSColor* color) override {
+        log += "colour ";
+        ZRXTextField::setBorderColor(color);
+    }
+    void setCornerRadius(double radius) override {
+        log += focusRingType() == NSFocusRingTypeNone ? "ring radius " : "radius ";
+        ZRXTextField::setCornerRadius(radius);
+    }
+    void setXPadding(double padding) override {
+        log += focusRingType() == NSFocusRingTypeNone ? "ring padding " : "padding ";
+        ZRXTextField::setXPadding(padding);
+    }
+
+    std::string log;
+};
+
+class SetUpSecureField : public ZRXSecureTextField {
+    ZR_OBJECT(SetUpSecureField, ZRXSecureTextField)
+  public:
+    void setBorderWidth(double width) override {
+        log += wantsLayer() && isEditable() && !isBezeled() && usesSingleLineMode() ? "width " : "too early ";
+        ZRXSecureTextField::setBorderWidth(width);
+    }
+    void setBorderColor(NSColor* color) override {
+        log += "colour ";
+        ZRXSecureTextField::setBorderColor(color);
+    }
+    void setCornerRadius(double radius) override {
+        log += focusRingType() == NSFocusRingTypeNone ? "ring radius " : "radius ";
+        ZRXSecureTextField::setCornerRadius(radius);
+    }
+
+    std::string log;
+};
+
 bool same(NSColor* one, NSColor* other) {
     return one && one->isEqual(other);
 }
@@ -91,6 +151,21 @@ TYPED_TEST(StyledField, changesItsBorderWhileItIsEdited) {
     EXPECT_TRUE(same(this->shownBorder(), NSColor::greenColor()));
     this->stopEditing();
     EXPECT_TRUE(same(this->shownBorder(), NSColor::redColor()));
+}
+
+TYPED_TEST(StyledField, changesItsBorderInAnOrderOfItsOwn) {
+    const auto watcher = make<BorderWatcher>();
+    watcher->field = this->field;
+    this->field->setDelegate(watcher);
+    this->field->setHighlightedBorderColor(NSColor::greenColor());
+    this->edit();
+    const bool isPlain = std::is_same_v<TypeParam, ZRXTextField>;
+    EXPECT_TRUE(same(watcher->atTheBeginning, isPlain ? NSColor::lightGrayColor() : NSColor::greenColor()))
+        << "the secure one first of all, the other one once it has the keyboard";
+    EXPECT_TRUE(same(this->shownBorder(), NSColor::greenColor()));
+    this->stopEditing();
+    EXPECT_TRUE(same(watcher->atTheEnd, NSColor::greenColor())) << "until everybody has been told";
+    EXPECT_TRUE(same(this->shownBorder(), NSColor::lightGrayColor()));
 }
 
 TYPED_TEST(StyledField, neverTouchesItsBorderWithoutAHighlight) {
@@ -204,6 +279,17 @@ TYPED_TEST(StyledField, looksLikeAPlainOneUntilItIsSetUp) {
     fresh->setupInitialize();
     EXPECT_EQ(fresh->layer()->borderWidth(), 1.0);
     EXPECT_EQ(fresh->cell(), nullptr);
+}
+
+TEST(StyledFieldSetUp, givesTheLayerItsBorderBeforeTheRingGoesAndThePaddingLast) {
+    EXPECT_EQ(make<SetUpField>()->log, "width colour radius ring padding ");
+    EXPECT_EQ(make<SetUpSecureField>()->log, "width colour radius ");
+    const auto again = make<SetUpField>();
+    again->setBorderWidth(4);
+    again->log.clear();
+    send<void>(again, "setupInitialize"_sel);
+    EXPECT_EQ(again->log, "width colour ring radius ring padding ");
+    EXPECT_EQ(again->layer()->borderWidth(), 1);
 }
 
 // The plain field

@@ -20,8 +20,10 @@ namespace {
 /// Where a widget keeps the text that was last told of it.
 constexpr char announcedText[] = "zrAnnouncedText";
 
+/// By its class or by its cell: either may have been chosen without the other.
 bool isSecret(const NSView& view) {
-    return cast<NSSecureTextField>(&view) != nullptr;
+    const auto* const field = cast<NSTextField>(&view);
+    return field && (cast<NSSecureTextField>(field) || cast<NSSecureTextFieldCell>(field->cell().get()));
 }
 
 bool isEditableText(const NSView& view) {
@@ -60,7 +62,12 @@ QAccessible::Role roleOf(const NSView& view) {
 /// What the field says, for everybody to read.
 QString readableText(const NSView& view) {
     const auto* const field = cast<NSTextField>(&view);
-    return field && !isSecret(view) ? toQt(field->stringValue()) : QString();
+    QString text;
+    if (field && !isSecret(view)) {
+        // A formatter makes it, and readers ask by way of Qt.
+        duringEvent([&] { text = toQt(field->stringValue()); });
+    }
+    return text;
 }
 
 class ViewAccessible : public QAccessibleWidget {

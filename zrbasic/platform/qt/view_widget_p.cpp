@@ -52,6 +52,13 @@ int pixels(double extent) {
     return extent < QWIDGETSIZE_MAX ? int(std::ceil(std::max(extent, 0.0))) : QWIDGETSIZE_MAX;
 }
 
+/// As the view says, which Qt's layouts ask for: a formatter that raises must not do so through them.
+NSSize naturalSizeOf(const NSView& view) {
+    NSSize natural{NSViewNoIntrinsicMetric, NSViewNoIntrinsicMetric};
+    duringEvent([&] { natural = view.intrinsicContentSize(); });
+    return natural;
+}
+
 QSizePolicy::Policy policyOf(NSView& view, NSLayoutConstraintOrientation orientation, bool hasNaturalExtent) {
     if (!hasNaturalExtent) {
         return QSizePolicy::Preferred;
@@ -326,7 +333,7 @@ void ViewWidget::layoutChanged() {
     setMinimumSize(pixels(limits.minWidth), pixels(limits.minHeight));
     setMaximumSize(std::max(pixels(limits.maxWidth), minimumWidth()),
                    std::max(pixels(limits.maxHeight), minimumHeight()));
-    const NSSize natural = view->intrinsicContentSize();
+    const NSSize natural = naturalSizeOf(*view);
     setSizePolicy(policyOf(*view, NSLayoutConstraintOrientationHorizontal, natural.width >= 0),
                   policyOf(*view, NSLayoutConstraintOrientationVertical, natural.height >= 0));
     updateGeometry();
@@ -338,7 +345,7 @@ QSize ViewWidget::sizeHint() const {
     if (!peer) {
         return QWidget::sizeHint();
     }
-    const NSSize natural = view->intrinsicContentSize();
+    const NSSize natural = naturalSizeOf(*view);
     return {pixels(natural.width >= 0 ? natural.width : peer->m_wantedSize.width),
             pixels(natural.height >= 0 ? natural.height : peer->m_wantedSize.height)};
 }
@@ -348,7 +355,7 @@ QSize ViewWidget::minimumSizeHint() const {
     if (!view) {
         return QWidget::minimumSizeHint();
     }
-    const NSSize natural = view->intrinsicContentSize();
+    const NSSize natural = naturalSizeOf(*view);
     const auto least = [&view](double extent, NSLayoutConstraintOrientation orientation) {
         const bool resists =
             view->contentCompressionResistancePriorityForOrientation(orientation) >= windowResizing && extent >= 0;
