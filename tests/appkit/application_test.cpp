@@ -1,4 +1,5 @@
 #include <zrbasic/platform/appkit/application.h>
+#include <zrbasic/platform/appkit/panel.h>
 #include <zrbasic/platform/appkit/screen.h>
 #include <zrbasic/platform/appkit/window.h>
 #include <zrbasic/platform/foundation/dispatch_queue.h>
@@ -111,6 +112,22 @@ TEST(ModalSession, takesTheEventsOfAllOtherWindows) {
     EXPECT_EQ(allowed(), "+++");
     outer->orderOut(nullptr);
     inner->orderOut(nullptr);
+}
+
+TEST(ModalSession, letsPanelsWorkThatAreMadeToWorkMeanwhile) {
+    const auto application = NSApplication::sharedApplication();
+    const auto window = make<NSWindow>();
+    const auto helper = make<NSPanel>();
+    const auto other = make<NSPanel>();
+    helper->setWorksWhenModal(true);
+    later([&] {
+        EXPECT_TRUE(application->allowsEventsForWindow(helper));
+        EXPECT_FALSE(application->allowsEventsForWindow(other));
+        application->stopModal();
+    });
+    EXPECT_EQ(application->runModalForWindow(window), NSModalResponseStop);
+    EXPECT_TRUE(application->allowsEventsForWindow(other));
+    window->orderOut(nullptr);
 }
 
 TEST(ModalSession, needsAWindow) {

@@ -33,6 +33,17 @@ TEST_F(KeyboardLayoutsOnDesktop, areThoseThatTheUserHas) {
     EXPECT_TRUE(becomes([] { return currentToolkit().currentKeyboardLayout() == 0; }));
 }
 
+TEST_F(KeyboardLayoutsOnDesktop, areNotTakenForTheirVariants) {
+    outputOf("setxkbmap", {"-layout", "us,us,de", "-variant", "dvorak,,nodeadkeys"});
+    const std::vector<std::string> expected{"us(dvorak)", "us", "de(nodeadkeys)"};
+    EXPECT_TRUE(becomes([&expected] { return currentToolkit().keyboardLayouts() == expected; }));
+    currentToolkit().selectKeyboardLayout(0);
+    EXPECT_TRUE(becomes([] { return currentToolkit().currentKeyboardLayout() == 0; }));
+    changeTextInputSourceToABC(make<NSResponder>());
+    EXPECT_TRUE(becomes([] { return currentToolkit().currentKeyboardLayout() == 1; })) << "the plain one";
+    outputOf("setxkbmap", {"-variant", ""});
+}
+
 TEST_F(KeyboardLayoutsOnDesktop, decideWhatAKeyTypes) {
     const Ref<NSWindow> window = showWindow(NSMakeRect(200, 150, 300, 200), "Keys"_ns);
     const Ref<ZRXTextField> field = make<ZRXTextField>(&ZRXTextField::initWithFrame, NSMakeRect(40, 60, 160, 26));

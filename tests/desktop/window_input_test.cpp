@@ -161,6 +161,8 @@ TEST_F(InputOnDesktop, aModalWindowKeepsClicksFromTheOthers) {
     QTimer::singleShot(0, [&] {
         EXPECT_TRUE(becomes([&modal] { return qt::widget(modal) && qt::widget(modal)->isActiveWindow(); }));
         click(middleOf(outside));
+        EXPECT_TRUE(becomes([&modal] { return activeOnServer() == serverNumber(modal); })) << "gets the keys back";
+        EXPECT_TRUE(modal->isKeyWindow());
         outputOf("wmctrl", {"-c", "Other"});
         QTest::qWait(100);
         clicksOutside = clicks->clicks;

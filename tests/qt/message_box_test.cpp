@@ -205,6 +205,22 @@ TEST_F(MessageBoxes, answerForTheUserWhenTheirWindowIsTakenAway) {
     window->orderOut(nullptr);
 }
 
+TEST_F(MessageBoxes, areAbortedWhenTheApplicationTerminates) {
+    addButtons({"A", "Cancel"});
+    const auto application = NSApplication::sharedApplication();
+    QTimer::singleShot(0, [&application] { application->terminate(nullptr); });
+    QTimer otherwise;
+    QObject::connect(&otherwise, &QTimer::timeout, [] {
+        if (auto* const box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) {
+            box->close();
+        }
+    });
+    otherwise.start(3000);
+    EXPECT_EQ(alert->runModal(), NSModalResponseAbort);
+    EXPECT_FALSE(QApplication::activeModalWidget());
+    application->run();
+}
+
 TEST_F(MessageBoxes, areRunByAlerts) {
     addButtons({"A", "B"});
     QTimer timer;

@@ -95,6 +95,20 @@ TEST_F(ModalGate, otherWindowsGetNoInputDuringASession) {
     EXPECT_EQ(content->take(), "down up ");
 }
 
+// Some desktops activate whatever is clicked.
+TEST_F(ModalGate, aWindowUnderASessionDoesNotBecomeKeyAndGivesTheKeyboardBack) {
+    runWith([this] {
+        ASSERT_TRUE(modal->isKeyWindow());
+        host()->activateWindow();
+        settle();
+        EXPECT_FALSE(window->isKeyWindow());
+        EXPECT_TRUE(modal->isKeyWindow());
+        EXPECT_TRUE(eventually([this] { return qt::widget(modal.get())->isActiveWindow(); }));
+    });
+    host()->activateWindow();
+    EXPECT_TRUE(eventually([this] { return window->isKeyWindow(); }));
+}
+
 TEST_F(ModalGate, theSessionsWindowGetsItsInput) {
     runWith([this] {
         QWindow* const shown = qt::widget(modal.get())->windowHandle();

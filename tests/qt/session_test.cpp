@@ -4,12 +4,14 @@
 #include <zrbasic/platform/appkit/screen.h>
 #include <zrbasic/platform/appkit/window.h>
 #include <zrbasic/platform/foundation/dispatch_queue.h>
+#include <zrbasic/platform/foundation/notification_center.h>
 #include <zrbasic/platform/foundation/string.h>
 #include <zrbasic/platform/qt/session_p.h>
 #include <zrbasic/platform/runtime/exception.h>
 #include <zrbasic/platform/runtime/message.h>
 
 #include <QApplication>
+#include <QEventLoop>
 #include <QPointer>
 #include <QScreen>
 #include <QTimer>
@@ -169,6 +171,44 @@ TEST(QtSession, runsUntilTheApplicationTerminates) {
     });
     EXPECT_EQ(sessionOfTests()->run(), 0);
     EXPECT_TRUE(hasRun);
+}
+
+TEST(QtSession, terminatingEndsTheEventLoopOfTheApplicationThatItHasJoined) {
+    QTimer watchdog;
+    QObject::connect(&watchdog, &QTimer::timeout, [] { QCoreApplication::exit(1); });
+    watchdog.start(5000);
+    const auto application = NSApplication::sharedApplication();
+    QTimer::singleShot(0, [&] { application->terminate(nullptr); });
+    EXPECT_EQ(QApplication::exec(), 0);
+    EXPECT_TRUE(application->isTerminated());
+    // So that it counts for nobody else.
+    application->run();
+}
+
+TEST(QtSession, aJoinedLoopEndsWhenEverybodyHasHeardOfTheEnd) {
+    QTimer watchdog;
+    QObject::connect(&watchdog, &QTimer::timeout, [] { QCoreApplication::exit(1); });
+    watchdog.start(5000);
+    const auto application = NSApplication::sharedApplication();
+    bool hasAsked = false;
+    const id listening = NSNotificationCenter::defaultCenter()->addObserverForName_object_usingBlock(
+        NSApplicationWillTerminateNotification(), application, [&](NSNotification*) {
+            QEventLoop asking;
+            QTimer::singleShot(200, &asking, [&] { asking.exit(7); });
+            hasAsked = asking.exec() == 7;
+        });
+    QTimer::singleShot(0, [&] { application->terminate(nullptr); });
+    EXPECT_EQ(QApplication::exec(), 0);
+    EXPECT_TRUE(hasAsked);
+    NSNotificationCenter::defaultCenter()->removeObserver(listening);
+    application->run();
+}
+
+TEST(QtSession, terminatingInARunOfItsOwnLeavesLaterLoopsAlone) {
+    QTimer::singleShot(0, [] { NSApplication::sharedApplication()->terminate(nullptr); });
+    EXPECT_EQ(sessionOfTests()->run(), 0);
+    QTimer::singleShot(100, [] { QCoreApplication::exit(3); });
+    EXPECT_EQ(QApplication::exec(), 3);
 }
 
 TEST(QtSession, choosesAPlatformUnlessTheUserHas) {

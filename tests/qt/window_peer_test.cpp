@@ -4,6 +4,7 @@
 #include <zrbasic/platform/appkit/button.h>
 #include <zrbasic/platform/appkit/panel.h>
 #include <zrbasic/platform/qt/window_peer_p.h>
+#include <zrbasic/platform/runtime/exception.h>
 
 #include <QScreen>
 
@@ -22,6 +23,19 @@ class ClosingDelegate : public NSObject {
 
     int asked = 0;
     bool agrees = true;
+};
+
+/// Cannot say what its buttons are.
+class BrokenWindow : public NSWindow {
+    ZR_OBJECT(BrokenWindow, NSWindow)
+  public:
+    Ref<NSButton> standardWindowButton(NSUInteger button) override {
+        if (isBroken) {
+            NSException::raise(NSGenericException, "no buttons");
+        }
+        return NSWindow::standardWindowButton(button);
+    }
+    bool isBroken = false;
 };
 
 class WindowPeers : public ViewWindow {
@@ -155,6 +169,19 @@ TEST_F(WindowPeers, theUserClosesOnlyWhatMayBeClosed) {
     EXPECT_EQ(delegate->asked, 2);
     EXPECT_FALSE(host()->isVisible());
     EXPECT_FALSE(window->isVisible());
+}
+
+TEST_F(WindowPeers, whatAWindowRaisesThatIsAskedForItsCloseButtonDoesNotReachQt) {
+    const auto broken = make<BrokenWindow>();
+    broken->orderFront(nullptr);
+    QWidget* const shown = qt::widget(broken.get());
+    ASSERT_NE(shown, nullptr);
+    broken->isBroken = true;
+    EXPECT_NO_THROW(shown->close());
+    EXPECT_TRUE(broken->isVisible());
+    broken->isBroken = false;
+    shown->close();
+    EXPECT_FALSE(broken->isVisible());
 }
 
 TEST_F(WindowPeers, theWindowThatTheDesktopActivatesIsKey) {

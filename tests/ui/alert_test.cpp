@@ -1,6 +1,7 @@
 #include <zrbasic/platform/foundation/null.h>
 #include <zrbasic/platform/foundation/number.h>
 #include <zrbasic/ui/alert.h>
+#include <zrbasic/ui/application.h>
 
 #include <tests/appkit/window_testing.h>
 
@@ -47,6 +48,20 @@ TEST(AlertHelper, makesAlertsOfTheReceivingClass) {
     const id plain = send<id>(NSAlert::classObject(), "alertWithMessage:"_sel, box(5));
     EXPECT_EQ(cast<NSAlert>(plain)->informativeText()->utf8(), "");
     EXPECT_NE(alertWithMessage("x"_ns), alertWithMessage("x"_ns)) << "a new one every time";
+}
+
+TEST(AlertHelper, isAModalWindowOfTheApplicationWhileItAsks) {
+    const auto application = NSApplication::sharedApplication();
+    test::WindowToolkit toolkit;
+    bool isModal = false;
+    toolkit.whenAsked = [&](NSAlert&) {
+        isModal = isContainsModalWindow(application);
+        return NSInteger{0};
+    };
+    EXPECT_FALSE(isContainsModalWindow(application));
+    zr_runModal(alertWithMessage("x"_ns).get());
+    EXPECT_TRUE(isModal);
+    EXPECT_FALSE(isContainsModalWindow(application)) << "gone with the alert";
 }
 
 TEST(AlertHelper, runsAtOnceOnTheMainThread) {

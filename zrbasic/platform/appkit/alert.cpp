@@ -84,6 +84,8 @@ NSInteger NSAlert::runModal() {
     }
     // The user may take long, and who asked may be gone by then.
     const Ref<NSAlert> self(this);
+    // Whoever looks for a modal panel among the application's windows is to find this one.
+    const Ref<NSPanel> panel = window();
     if (m_buttons.empty()) {
         send<id>(this, "addButtonWithTitle:"_sel, "OK"_ns);
     }

@@ -47,9 +47,11 @@ class ZR_EXPORT NSAlert : public NSObject {
     [[nodiscard]] Ref<NSPanel> window();
 
     /// Asks the user and gives `NSAlertFirstButtonReturn` plus the number of the button that was pressed;
-    /// `NSModalResponseAbort` when nobody can be asked, as without a toolkit and on another thread than the main one.
+    /// `NSModalResponseAbort` when nobody can be asked, as without a toolkit and on another thread than the main one, and
+    /// when the application ends first.
     ///
-    /// An alert without buttons gets one that says "OK". The loop is in the modal panel's mode meanwhile.
+    /// An alert without buttons gets one that says "OK". The loop is in the modal panel's mode meanwhile, and the alert's
+    /// window is among those of the application until the alert is gone.
     virtual NSInteger runModal();
 
   private:

@@ -1,6 +1,7 @@
 #include <zrbasic/platform/appkit/application.h>
 
 #include <zrbasic/platform/appkit/delegate_telling_p.h>
+#include <zrbasic/platform/appkit/panel.h>
 #include <zrbasic/platform/appkit/toolkit.h>
 #include <zrbasic/platform/appkit/window.h>
 #include <zrbasic/platform/foundation/notification_center.h>
@@ -306,7 +307,11 @@ Ref<NSWindow> NSApplication::modalWindow() const {
 }
 
 bool NSApplication::allowsEventsForWindow(NSWindow* window) const {
-    return m_sessions.empty() || m_sessions.back()->window == window;
+    if (m_sessions.empty() || m_sessions.back()->window == window) {
+        return true;
+    }
+    const auto* const panel = cast<NSPanel>(window);
+    return panel && panel->worksWhenModal();
 }
 
 void NSApplication::windowWasMade(NSWindow* window) {

@@ -126,7 +126,8 @@ class ZR_EXPORT NSApplication final : public NSResponder {
     virtual void stopModalWithCode(NSInteger response);
     /// The window of the latest session; null when there is none.
     [[nodiscard]] Ref<NSWindow> modalWindow() const;
-    /// Whether the user may use the window: it is that of the latest session, or there is none.
+    /// Whether the user may use the window: it is that of the latest session, or a panel that works meanwhile, or there
+    /// is no session.
     [[nodiscard]] bool allowsEventsForWindow(NSWindow* window) const;
 
     /// A sum of `NSApplicationPresentationOptions`.

@@ -11,12 +11,13 @@ class ZR_EXPORT NSPanel : public NSWindow {
     NSPanel();
     ~NSPanel() override;
 
-    // All false at first. A toolkit asks for the last two when it hands out events.
+    // All false at first.
 
     /// Whether it stays in front of ordinary windows.
     [[nodiscard]] bool isFloatingPanel() const { return m_isFloatingPanel; }
     void setFloatingPanel(bool floats);
-    /// Whether it is handed key presses only when something in it needs them.
+    /// Whether it is to be handed key presses only when something in it needs them. Kept for those who ask: it does not
+    /// change when the panel becomes key.
     [[nodiscard]] bool becomesKeyOnlyIfNeeded() const { return m_becomesKeyOnlyIfNeeded; }
     void setBecomesKeyOnlyIfNeeded(bool onlyIfNeeded);
     /// Whether it can be used while another window is run modally.

@@ -10,7 +10,8 @@ class NSString;
 /// How the user's keys become text: the keyboard layouts that the desktop has, and which of them is in use.
 ///
 /// A layout is known by its input source: the plain Latin one, "us" to the desktop, is "com.apple.keylayout.ABC", and
-/// any other one "com.apple.keylayout." and its name there, such as "com.apple.keylayout.de". Main thread only.
+/// any other one "com.apple.keylayout." and its name there, such as "com.apple.keylayout.de", or
+/// "com.apple.keylayout.us(dvorak)" for a variant. Main thread only.
 class ZR_EXPORT NSTextInputContext final : public NSObject {
     ZR_DECLARE_CLASS(NSTextInputContext, NSObject)
   public:

@@ -1,5 +1,6 @@
 #include <zrbasic/platform/qt/window_peer_p.h>
 
+#include <zrbasic/platform/appkit/application.h>
 #include <zrbasic/platform/qt/event_loop_p.h>
 #include <zrbasic/platform/qt/input_delivery_p.h>
 #include <zrbasic/platform/qt/view_peer_p.h>
@@ -52,6 +53,23 @@ void HostWidget::geometryChanged(bool byDesktop) {
     }
 }
 
+void HostWidget::wasActivated(const Ref<NSWindow>& window) {
+    if (NSApplication::sharedApplication()->allowsEventsForWindow(window)) {
+        duringEvent([&] { send<void>(window, "makeKeyWindow"_sel); });
+        return;
+    }
+    // Some desktops activate whatever is clicked. The keys are the session's all the same.
+    QMetaObject::invokeMethod(
+        this,
+        [] {
+            const Ref<NSWindow> session = NSApplication::sharedApplication()->modalWindow();
+            if (session && session->peer()) {
+                session->peer()->takeKeyboard();
+            }
+        },
+        Qt::QueuedConnection);
+}
+
 bool HostWidget::handle(QEvent& event) {
     // Stays until the event is dealt with, whoever lets go of it meanwhile.
     const Ref<NSWindow> window = shownWindow();
@@ -62,9 +80,11 @@ bool HostWidget::handle(QEvent& event) {
         case QEvent::Close:
             // Whether it closes is up to the window, which then takes it off the screen itself.
             event.ignore();
-            if (peer(window)->mayBeClosedByUser()) {
-                duringEvent([&] { send<void>(window, "performClose:"_sel, window.get()); });
-            }
+            duringEvent([&] {
+                if (peer(window)->mayBeClosedByUser()) {
+                    send<void>(window, "performClose:"_sel, window.get());
+                }
+            });
             return true;
         case QEvent::KeyPress:
         case QEvent::KeyRelease:
@@ -94,7 +114,7 @@ bool HostWidget::handle(QEvent& event) {
             }
             break;
         case QEvent::WindowActivate:
-            duringEvent([&] { send<void>(window, "makeKeyWindow"_sel); });
+            wasActivated(window);
             break;
         case QEvent::WindowStateChange:
             window->wasMiniaturized(isMinimized());

@@ -41,8 +41,13 @@ std::vector<std::string> keyboardLayouts(Connection server) {
         takePart(text, '\0');
         takePart(text, '\0');
         std::string_view names = takePart(text, '\0');
+        std::string_view variants = takePart(text, '\0');
         while (!names.empty() && layouts.size() < XkbNumKbdGroups) {
-            layouts.emplace_back(takePart(names, ','));
+            std::string& layout = layouts.emplace_back(takePart(names, ','));
+            // A layout and its variants type different things.
+            if (const std::string_view variant = takePart(variants, ','); !variant.empty()) {
+                layout.append("(").append(variant).append(")");
+            }
         }
     }
     if (bytes) {

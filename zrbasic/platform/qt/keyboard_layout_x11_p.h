@@ -11,7 +11,8 @@ namespace zr::qt::x11 {
 /// What Xlib calls a display.
 using Connection = _XDisplay*;
 
-/// Those that the keyboard was set up with, four at most; none when the server does not say.
+/// Those that the keyboard was set up with, four at most, such as "de", or "us(dvorak)" for a variant; none when the
+/// server does not say.
 [[nodiscard]] std::vector<std::string> keyboardLayouts(Connection server);
 /// An index into them; -1 when the server does not say.
 [[nodiscard]] int currentKeyboardLayout(Connection server);

@@ -101,8 +101,10 @@ NSInteger runMessageBox(NSAlert& alert) {
     const Ref<NSAlert> kept(&alert);
     Box box(alert);
     box.show();
-    handleEventsUntil([&box] { return box.isAnswered(); });
-    return box.answer();
+    const Ref<NSApplication> application = NSApplication::sharedApplication();
+    // An application that ends does not wait for an answer.
+    handleEventsUntil([&] { return box.isAnswered() || application->isTerminated(); });
+    return box.isAnswered() ? box.answer() : -1;
 }
 
 } // namespace zr::qt

@@ -3,6 +3,7 @@
 #include <zrbasic/platform/appkit/application.h>
 #include <zrbasic/platform/appkit/window.h>
 #include <zrbasic/platform/foundation/bundle.h>
+#include <zrbasic/platform/foundation/notification_center.h>
 #include <zrbasic/platform/foundation/string.h>
 #include <zrbasic/platform/foundation/thread.h>
 #include <zrbasic/platform/qt/accessibility_p.h>
@@ -16,6 +17,8 @@
 #include <zrbasic/platform/runtime/message.h>
 
 #include <QApplication>
+#include <QThread>
+#include <QTimer>
 
 #include <optional>
 #include <string>
@@ -56,6 +59,16 @@ class OwnApplication {
     int m_count = 0;
     std::optional<QApplication> m_application;
 };
+
+/// Has the application's own `QApplication::exec` return as well, which knows nothing of the end.
+void endLoopOfQt(QObject* session, const Weak<NSNotification>& announcement) {
+    if (announcement.lock()) {
+        // Somebody who is told of the end still asks the user something.
+        QTimer::singleShot(50, session, [session, announcement] { endLoopOfQt(session, announcement); });
+    } else if (NSApplication::sharedApplication()->isTerminated() && QThread::currentThread()->loopLevel() > 0) {
+        QCoreApplication::exit(0);
+    }
+}
 
 void dropPeers(NSView& view) {
     const Ref<NSArray> subviews = view.subviews();
@@ -115,9 +128,17 @@ struct Session::Parts {
         installAccessibility();
         toolkitOfSession = &toolkit;
         before = setCurrentToolkit(&toolkit);
+        listening = NSNotificationCenter::defaultCenter()->addObserverForName_object_usingBlock(
+            NSApplicationWillTerminateNotification(), NSApplication::sharedApplication(),
+            [this](NSNotification* announcement) {
+                QTimer::singleShot(0, &*drainer, [session = &*drainer, told = Weak<NSNotification>(announcement)] {
+                    endLoopOfQt(session, told);
+                });
+            });
     }
 
     ~Parts() {
+        NSNotificationCenter::defaultCenter()->removeObserver(listening);
         dropAllPeers();
         setCurrentToolkit(before);
         toolkitOfSession = nullptr;
@@ -129,6 +150,7 @@ struct Session::Parts {
     QtToolkit toolkit;
     std::optional<MainQueueDrainer> drainer;
     Toolkit* before = nullptr;
+    id listening;
 };
 
 Session::Session() {

@@ -20,6 +20,8 @@ namespace zr::qt {
 /// Joins the application object of Qt that there is, or makes one; then, unless QT_QPA_PLATFORM says otherwise, one
 /// without a screen where neither an X nor a Wayland display is set. What is on the screen when the session ends is
 /// taken off it; objects that live on are plain state again. One at a time; main thread only.
+///
+/// An application that runs Qt's own `QApplication::exec` instead of `run` has that return, with 0, when it terminates.
 class ZR_EXPORT Session {
   public:
     Session();

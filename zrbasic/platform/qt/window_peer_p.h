@@ -30,6 +30,7 @@ class HostWidget final : public DeliveringWidget {
 
     [[nodiscard]] TopLevelPeer* peer(const Ref<NSWindow>& window) const;
     void geometryChanged(bool byDesktop);
+    void wasActivated(const Ref<NSWindow>& window);
     /// From now on, for a moment, what the desktop reports may be what it was asked for before.
     void expectEchoes();
 
