@@ -1,5 +1,6 @@
 #include <zrbasic/platform/appkit/animation.h>
 
+#include <zrbasic/platform/foundation/number.h>
 #include <zrbasic/platform/foundation/string.h>
 
 #include <algorithm>
@@ -47,6 +48,38 @@ std::vector<NSPoint> placesOf(const CGPath& path) {
         places.push_back(keys[i]);
     }
     return places;
+}
+
+/// All runs, of which `run` is one, one after the other; empty where nothing leads on.
+template <class Key>
+std::vector<Key> repeated(const std::vector<Key>& run, double repeatCount) {
+    if (run.size() < 2) {
+        return {};
+    }
+    const std::size_t shares = run.size() - 1;
+    const double wanted = std::round(static_cast<double>(shares) * positiveOr(repeatCount, 1));
+    const auto total = static_cast<std::size_t>(std::clamp(wanted, 1.0, std::max(mostPlaces, double(shares))));
+    std::vector<Key> keys(run.begin(), run.begin() + static_cast<std::ptrdiff_t>(std::min(shares, total) + 1));
+    // The beginning is left out: where it is the end as well, that is where the run before has ended.
+    while (keys.size() < total + 1) {
+        keys.push_back(run[1 + (keys.size() - 1) % shares]);
+    }
+    return keys;
+}
+
+std::vector<double> numbersOf(const NSArray* values) {
+    std::vector<double> numbers;
+    if (!values) {
+        return numbers;
+    }
+    for (const id& value : values->elements()) {
+        const auto* const number = cast<NSNumber>(value);
+        if (!number || !std::isfinite(number->doubleValue())) {
+            return {};
+        }
+        numbers.push_back(number->doubleValue());
+    }
+    return numbers;
 }
 
 } // namespace
@@ -98,29 +131,20 @@ void CAKeyframeAnimation::setValues(NSArray* values) {
 }
 
 std::vector<NSPoint> CAKeyframeAnimation::placesToPass() const {
-    std::vector<NSPoint> places = m_path ? placesOf(*m_path) : std::vector<NSPoint>();
-    if (places.size() < 2) {
-        return {};
-    }
-    const std::size_t shares = places.size() - 1;
-    const double wanted = std::round(static_cast<double>(shares) * positiveOr(repeatCount(), 1));
-    const auto total = static_cast<std::size_t>(std::clamp(wanted, 1.0, std::max(mostPlaces, double(shares))));
-    const std::vector<NSPoint> run = places;
-    places.resize(std::min(places.size(), total + 1));
-    // The beginning of the path is left out: for a closed one that is where the run before has ended.
-    while (places.size() < total + 1) {
-        places.push_back(run[1 + (places.size() - 1) % shares]);
-    }
-    return places;
+    return m_path ? repeated(placesOf(*m_path), repeatCount()) : std::vector<NSPoint>();
+}
+
+std::vector<double> CAKeyframeAnimation::numbersToPass() const {
+    return m_path ? std::vector<double>() : repeated(numbersOf(m_values), repeatCount());
 }
 
 double CAKeyframeAnimation::totalDuration() const {
-    const std::size_t places = m_path ? placesOf(*m_path).size() : 0;
-    if (places < 2) {
+    const std::size_t keysOfRun = m_path ? placesOf(*m_path).size() : numbersOf(m_values).size();
+    const std::size_t keys = m_path ? placesToPass().size() : numbersToPass().size();
+    if (keysOfRun < 2) {
         return 0;
     }
-    const double shares = static_cast<double>(placesToPass().size() - 1);
-    return positiveOr(duration(), 0) * shares / static_cast<double>(places - 1);
+    return positiveOr(duration(), 0) * static_cast<double>(keys - 1) / static_cast<double>(keysOfRun - 1);
 }
 
 } // namespace zr

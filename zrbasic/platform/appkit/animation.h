@@ -57,6 +57,8 @@ class ZR_EXPORT CAKeyframeAnimation : public CAAnimation {
     /// A run after the first sets out from where the one before has ended; a broken one ends at the place that is nearest
     /// to its time. Beyond 100,000 places there are no further runs.
     [[nodiscard]] std::vector<NSPoint> placesToPass() const;
+    /// The same for `values`, where there is no path. Empty with fewer than two, and when one is no finite number.
+    [[nodiscard]] std::vector<double> numbersToPass() const;
     /// In seconds; 0 when there is nothing to play.
     [[nodiscard]] double totalDuration() const;
 

@@ -1,6 +1,11 @@
 #include <zrbasic/platform/appkit/layer.h>
 
+#include <zrbasic/platform/appkit/animation.h>
+#include <zrbasic/platform/appkit/view.h>
+#include <zrbasic/platform/foundation/string.h>
 #include <zrbasic/platform/runtime/message.h>
+
+#include <algorithm>
 
 namespace zr {
 
@@ -17,6 +22,9 @@ ZR_DEFINE_CLASS(CALayer) {
     is.method<&CALayer::setPosition>("setPosition:");
     is.method<&CALayer::anchorPoint>("anchorPoint");
     is.method<&CALayer::setAnchorPoint>("setAnchorPoint:");
+    is.method<&CALayer::addAnimation_forKey>("addAnimation:forKey:");
+    is.method<&CALayer::animationForKey>("animationForKey:");
+    is.method<&CALayer::removeAnimationForKey>("removeAnimationForKey:");
     is.method<&CALayer::delegate>("delegate");
     is.method<&CALayer::setDelegate>("setDelegate:");
 }
@@ -58,6 +66,70 @@ void CALayer::setPosition(NSPoint position) {
 void CALayer::setAnchorPoint(NSPoint point) {
     m_anchorPoint = point;
     changed();
+}
+
+ViewPeer* CALayer::peer() const {
+    const id delegate = this->delegate();
+    const auto* const view = cast<NSView>(delegate);
+    return view ? view->peer() : nullptr;
+}
+
+void CALayer::addAnimation_forKey(CAAnimation* animation, NSString* key) {
+    if (!animation) {
+        return;
+    }
+    const Ref<CAAnimation> kept(animation);
+    removeAnimationForKey(key);
+    m_animations.push_back({key ? Ref<NSString>(cast<NSString>(key->copy())) : nullptr, kept});
+    if (auto* const keyframes = cast<CAKeyframeAnimation>(animation)) {
+        play(keyframes);
+    }
+}
+
+Ref<CAAnimation> CALayer::animationForKey(NSString* key) const {
+    for (const KeyedAnimation& one : m_animations) {
+        if (one.key && one.key->isEqual(key)) {
+            return one.animation;
+        }
+    }
+    return nullptr;
+}
+
+void CALayer::removeAnimationForKey(NSString* key) {
+    const Ref<CAAnimation> animation = animationForKey(key);
+    if (!animation) {
+        return;
+    }
+    const bool isPlayed = m_played == animation;
+    forget(animation);
+    ViewPeer* const peer = this->peer();
+    if (peer && isPlayed) {
+        // A turn over nothing takes the place of the one that is being played.
+        peer->playRotation(m_anchorPoint, {}, 0, [] {});
+    }
+}
+
+void CALayer::forget(const CAAnimation* animation) {
+    std::erase_if(m_animations, [animation](const KeyedAnimation& one) { return one.animation == animation; });
+    if (m_played == animation) {
+        m_played = nullptr;
+    }
+}
+
+void CALayer::play(CAKeyframeAnimation* animation) {
+    ViewPeer* const peer = this->peer();
+    if (!peer || !"transform.rotation.z"_ns->isEqual(animation->keyPath())) {
+        return;
+    }
+    const std::vector<double> angles = animation->numbersToPass();
+    const Ref<CAAnimation> kept(animation);
+    m_played = kept;
+    // Whatever ends it: the layer may be gone by then.
+    peer->playRotation(m_anchorPoint, angles, animation->totalDuration(), [layer = Weak<CALayer>(this), kept] {
+        if (const Ref<CALayer> living = layer.lock()) {
+            living->forget(kept);
+        }
+    });
 }
 
 } // namespace zr

@@ -3,7 +3,14 @@
 #include <zrbasic/platform/appkit/color.h>
 #include <zrbasic/platform/foundation/geometry.h>
 
+#include <vector>
+
 namespace zr {
+
+class CAAnimation;
+class CAKeyframeAnimation;
+class NSString;
+class ViewPeer;
 
 /// What is drawn beneath and around a view's own drawing: a background with rounded corners and a border inside them.
 ///
@@ -33,12 +40,32 @@ class ZR_EXPORT CALayer : public NSObject {
     [[nodiscard]] NSPoint anchorPoint() const { return m_anchorPoint; }
     void setAnchorPoint(NSPoint point);
 
+    /// Plays the animation on the screen, and keeps it under `key` until that is over or it is removed; one that was
+    /// there under the key gives way to it. Without a key it cannot be reached any more. Null does nothing.
+    ///
+    /// What is played is the key path "transform.rotation.z", which turns the view with everything in it about its
+    /// anchor point, in radians against the clock, and only one animation at a time, the latest, and for a view that has
+    /// been on a screen; any other is just kept.
+    void addAnimation_forKey(CAAnimation* animation, NSString* key);
+    /// Null when there is none.
+    [[nodiscard]] Ref<CAAnimation> animationForKey(NSString* key) const;
+    void removeAnimationForKey(NSString* key);
+
     /// The view that is sent `setNeedsDisplay:` after a change; not kept.
     [[nodiscard]] id delegate() const { return m_delegate.lock(); }
     void setDelegate(NSObject* delegate) { m_delegate = Weak<NSObject>(delegate); }
 
   private:
+    struct KeyedAnimation {
+        Ref<NSString> key;
+        Ref<CAAnimation> animation;
+    };
+
     void changed();
+    /// The view's peer; null when nothing stands on a screen.
+    [[nodiscard]] ViewPeer* peer() const;
+    void play(CAKeyframeAnimation* animation);
+    void forget(const CAAnimation* animation);
 
     Ref<NSColor> m_backgroundColor;
     Ref<NSColor> m_borderColor = NSColor::blackColor();
@@ -46,6 +73,9 @@ class ZR_EXPORT CALayer : public NSObject {
     double m_cornerRadius = 0;
     NSPoint m_position;
     NSPoint m_anchorPoint{0.5, 0.5};
+    std::vector<KeyedAnimation> m_animations;
+    /// The latest that was handed to the peer.
+    Ref<CAAnimation> m_played;
     Weak<NSObject> m_delegate;
 };
 

@@ -4,6 +4,7 @@
 #include <zrbasic/platform/runtime/export.h>
 #include <zrbasic/platform/runtime/types.h>
 
+#include <functional>
 #include <span>
 
 /// What a toolkit puts on the screen for the objects here, seen from them.
@@ -12,6 +13,7 @@
 /// state, and sends it events as messages. A peer can be thrown away at any time and made anew from the object.
 namespace zr {
 
+class NSBitmapImageRep;
 class NSWindow;
 
 /// In which respect a view has changed.
@@ -53,6 +55,15 @@ class ZR_EXPORT ViewPeer {
     virtual void viewChanged(ViewChange change) = 0;
     /// The view has become its window's first responder: key presses go to it.
     virtual void takeKeyboard() = 0;
+    /// Turns the view with everything in it, on the screen alone, from angle to angle in as many equal shares of
+    /// `seconds` as there are ways between them, and runs `end` when that is over or another turn takes its place. The
+    /// angles are radians, those above 0 against the clock; `anchor`, which stays where it is, is a share of the view's
+    /// extent from the left and from below. A peer that cannot do it, as this one, ends at once.
+    virtual void playRotation(NSPoint anchor, std::span<const double> angles, double seconds,
+                              std::function<void()> end);
+    /// As `cacheDisplayInRect:toBitmapImageRep:` of the view; false, and nothing is drawn, from a peer that leaves that
+    /// to the view, as this one.
+    virtual bool drawInto(NSBitmapImageRep& bitmap, NSRect rect);
 };
 
 /// In which respect a window has changed.

@@ -1,5 +1,6 @@
 #include <zrbasic/platform/appkit/toolkit.h>
 
+#include <zrbasic/platform/appkit/bitmap_image_rep.h>
 #include <zrbasic/platform/appkit/canvas.h>
 #include <zrbasic/platform/appkit/detached_process_p.h>
 #include <zrbasic/platform/appkit/font.h>
@@ -48,6 +49,10 @@ std::unique_ptr<WindowPeer> Toolkit::makeWindowPeer(NSWindow&) {
 }
 
 std::unique_ptr<Canvas> Toolkit::makeBitmapCanvas(NSBitmapImageRep&, NSSize, bool) {
+    return nullptr;
+}
+
+Ref<NSBitmapImageRep> Toolkit::captureOfWindow(NSWindow&, NSRect) {
     return nullptr;
 }
 

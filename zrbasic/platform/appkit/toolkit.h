@@ -79,6 +79,10 @@ class ZR_EXPORT Toolkit {
     /// toolkit.
     [[nodiscard]] virtual std::unique_ptr<Canvas> makeBitmapCanvas(NSBitmapImageRep& bitmap, NSSize size,
                                                                    bool isFlipped);
+    /// What the screen shows of the window and of those in front of it, inside of `rect`, which counts in points from
+    /// the upper left corner of the first screen with y downwards; transparent where there is none of them. Null for a
+    /// window that is not on the screen, for an empty rectangle, and without a toolkit.
+    [[nodiscard]] virtual Ref<NSBitmapImageRep> captureOfWindow(NSWindow& window, NSRect rect);
 
     // The application
 

@@ -1,5 +1,6 @@
 #include <zrbasic/platform/appkit/view.h>
 
+#include <zrbasic/platform/appkit/bitmap_image_rep.h>
 #include <zrbasic/platform/appkit/cursor.h>
 #include <zrbasic/platform/appkit/event.h>
 #include <zrbasic/platform/appkit/layer.h>
@@ -16,6 +17,18 @@
 #include <utility>
 
 namespace zr {
+namespace {
+
+/// For those that scroll what lies in them.
+void tellSuperviewOfFrame(NSView& view) {
+    const Ref<NSView> superview = view.superview();
+    if (superview && superview->respondsToSelector("subviewFrameChanged:"_sel)) {
+        send<void>(superview, "subviewFrameChanged:"_sel, &view);
+    }
+}
+
+} // namespace
+
 ZR_DEFINE_CLASS(NSView) {
     is.method<&NSView::initWithFrame>("initWithFrame:");
     is.method<&NSView::frame>("frame");
@@ -54,6 +67,8 @@ ZR_DEFINE_CLASS(NSView) {
     is.method<&NSView::needsDisplay>("needsDisplay");
     is.method<&NSView::setNeedsDisplay>("setNeedsDisplay:");
     is.method<&NSView::drawRect>("drawRect:");
+    is.method<&NSView::bitmapImageRepForCachingDisplayInRect>("bitmapImageRepForCachingDisplayInRect:");
+    is.method<&NSView::cacheDisplayInRect_toBitmapImageRep>("cacheDisplayInRect:toBitmapImageRep:");
     is.method<&NSView::trackingAreas>("trackingAreas");
     is.method<&NSView::addTrackingArea>("addTrackingArea:");
     is.method<&NSView::removeTrackingArea>("removeTrackingArea:");
@@ -123,12 +138,14 @@ void NSView::setFrameOrigin(NSPoint origin) {
     if (m_superview) {
         send<void>(m_superview, "setNeedsDisplay:"_sel, true);
     }
+    tellSuperviewOfFrame(*this);
 }
 
 void NSView::setFrameSize(NSSize size) {
     if (m_frame.size != size) {
         m_frame.size = size;
         geometryChanged();
+        tellSuperviewOfFrame(*this);
     }
 }
 

@@ -11,6 +11,7 @@
 namespace zr {
 
 class CALayer;
+class NSBitmapImageRep;
 class NSCursor;
 class NSLayoutConstraint;
 class NSTrackingArea;
@@ -42,6 +43,16 @@ using NSLayoutPriority = float;
 inline constexpr NSLayoutPriority NSLayoutPriorityRequired = 1000;
 inline constexpr NSLayoutPriority NSLayoutPriorityDefaultHigh = 750;
 inline constexpr NSLayoutPriority NSLayoutPriorityDefaultLow = 250;
+
+/// What is left free along the four edges of a rectangle, in points.
+struct NSEdgeInsets {
+    double top = 0;
+    double left = 0;
+    double bottom = 0;
+    double right = 0;
+
+    friend bool operator==(const NSEdgeInsets&, const NSEdgeInsets&) = default;
+};
 
 /// An extent that a view does not have of itself.
 inline constexpr double NSViewNoIntrinsicMetric = -1;
@@ -142,6 +153,15 @@ class ZR_EXPORT NSView : public NSResponder {
     virtual void setNeedsDisplay(bool needs);
     /// Draws the view; nothing unless overridden. Called by whoever draws, with the part that must be drawn.
     virtual void drawRect(NSRect dirtyRect);
+    /// A transparent bitmap for what is in `rect`: of its size in points, and with as many pixels as it has on the main
+    /// screen, a broken one counted as whole. Null for an empty rectangle and one that is too large (see
+    /// `NSBitmapImageRep`).
+    [[nodiscard]] virtual Ref<NSBitmapImageRep> bitmapImageRepForCachingDisplayInRect(NSRect rect);
+    /// Draws what is in `rect`, in the view's own coordinates, over all of the bitmap, scaled where they differ in size:
+    /// the view with everything in it, whether it is on the screen or not. Transparent remains what nobody draws; how
+    /// opaque the view itself is, and an animation that is being played, do not count. Null, an empty rectangle, and a
+    /// program without a toolkit, change nothing.
+    virtual void cacheDisplayInRect_toBitmapImageRep(NSRect rect, NSBitmapImageRep* bitmap);
 
     [[nodiscard]] Ref<NSArray> trackingAreas() const;
     /// Null, and one that is there already, do nothing.
