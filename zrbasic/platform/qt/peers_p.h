@@ -5,6 +5,7 @@
 #include <memory>
 
 namespace zr {
+class ColorPickerView;
 class NSTableView;
 class NSTextView;
 class NSView;
@@ -19,6 +20,7 @@ namespace zr::qt {
 /// For any other text view: many lines of styled text, with links.
 [[nodiscard]] std::unique_ptr<ViewPeer> makeTextViewPeer(NSTextView& view);
 [[nodiscard]] std::unique_ptr<ViewPeer> makeTablePeer(NSTableView& table);
+[[nodiscard]] std::unique_ptr<ViewPeer> makeColorPickerPeer(ColorPickerView& view);
 [[nodiscard]] std::unique_ptr<WindowPeer> makePeer(NSWindow& window);
 
 } // namespace zr::qt

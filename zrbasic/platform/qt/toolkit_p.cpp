@@ -14,6 +14,7 @@
 #include <zrbasic/platform/qt/peers_p.h>
 #include <zrbasic/platform/qt/screens_p.h>
 #include <zrbasic/platform/qt/text_layout_p.h>
+#include <zrbasic/platform/qt/view_capture_p.h>
 #include <zrbasic/platform/qt/view_peer_p.h>
 
 namespace zr::qt {
@@ -52,6 +53,10 @@ std::unique_ptr<WindowPeer> QtToolkit::makeWindowPeer(NSWindow& window) {
 
 std::unique_ptr<Canvas> QtToolkit::makeBitmapCanvas(NSBitmapImageRep& bitmap, NSSize size, bool isFlipped) {
     return std::make_unique<BitmapCanvas>(bitmap, size, isFlipped);
+}
+
+Ref<NSBitmapImageRep> QtToolkit::captureOfWindow(NSWindow& window, NSRect rect) {
+    return captureOf(window, rect);
 }
 
 void QtToolkit::runLoopUntil(FunctionRef<bool()> isDone) {

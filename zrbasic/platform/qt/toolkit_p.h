@@ -19,6 +19,7 @@ class QtToolkit final : public Toolkit {
     std::unique_ptr<ViewPeer> makeViewPeer(NSView& view) override;
     std::unique_ptr<WindowPeer> makeWindowPeer(NSWindow& window) override;
     std::unique_ptr<Canvas> makeBitmapCanvas(NSBitmapImageRep& bitmap, NSSize size, bool isFlipped) override;
+    Ref<NSBitmapImageRep> captureOfWindow(NSWindow& window, NSRect rect) override;
 
     void runLoopUntil(FunctionRef<bool()> isDone) override;
     NSInteger askUser(NSAlert& alert) override;

@@ -1,5 +1,6 @@
 #include <zrbasic/platform/qt/view_peer_p.h>
 
+#include <zrbasic/platform/appkit/color_panel.h>
 #include <zrbasic/platform/appkit/table_view.h>
 #include <zrbasic/platform/appkit/text_view.h>
 #include <zrbasic/platform/appkit/window.h>
@@ -10,6 +11,7 @@
 #include <zrbasic/platform/qt/host_window_p.h>
 #include <zrbasic/platform/qt/peers_p.h>
 #include <zrbasic/platform/qt/pointer_filter_p.h>
+#include <zrbasic/platform/qt/rotation_p.h>
 #include <zrbasic/platform/qt/view_widget_p.h>
 #include <zrbasic/platform/qt/window_peer_p.h>
 #include <zrbasic/platform/runtime/message.h>
@@ -126,7 +128,9 @@ void WidgetPeer::viewChanged(ViewChange change) {
             applyVisibility();
             break;
         case ViewChange::Alpha:
-            if (m_view.alphaValue() < 1) {
+            if (auto* const rotation = dynamic_cast<RotationEffect*>(m_widget->graphicsEffect())) {
+                rotation->setOpacity(m_view.alphaValue());
+            } else if (m_view.alphaValue() < 1) {
                 auto* effect = qobject_cast<QGraphicsOpacityEffect*>(m_widget->graphicsEffect());
                 if (!effect) {
                     effect = new QGraphicsOpacityEffect(m_widget);
@@ -365,6 +369,9 @@ std::unique_ptr<ViewPeer> makePeer(NSView& view) {
     }
     if (auto* const table = cast<NSTableView>(&view)) {
         return makeTablePeer(*table);
+    }
+    if (auto* const picker = cast<ColorPickerView>(&view)) {
+        return makeColorPickerPeer(*picker);
     }
     return std::make_unique<WidgetPeer>(view);
 }

@@ -28,6 +28,9 @@ class WidgetPeer : public ViewPeer {
 
     void viewChanged(ViewChange change) override;
     void takeKeyboard() override;
+    void playRotation(NSPoint anchor, std::span<const double> angles, double seconds,
+                      std::function<void()> end) override;
+    bool drawInto(NSBitmapImageRep& bitmap, NSRect rect) override;
 
     /// Whether Qt decides where the view lies: in a layout, or in another widget that is no view's.
     [[nodiscard]] bool isPlacedByQt() const;
