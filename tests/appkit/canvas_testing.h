@@ -4,6 +4,7 @@
 #include <zrbasic/platform/appkit/color_space.h>
 #include <zrbasic/platform/appkit/font.h>
 #include <zrbasic/platform/appkit/graphics_context.h>
+#include <zrbasic/platform/appkit/path.h>
 #include <zrbasic/platform/appkit/view.h>
 #include <zrbasic/platform/foundation/attributed_string.h>
 #include <zrbasic/platform/foundation/string.h>
@@ -70,6 +71,16 @@ class DrawingRecorder final : public Canvas {
     void strokeRoundedRect(NSRect rect, double radius, double width, NSColor* color) override {
         std::ostringstream out;
         out << "line " << width << " round " << radius << ' ' << written(rect) << ' ' << named(color) << '\n';
+        m_record.log += out.str();
+    }
+    void fillPath(const CGPath& path, NSColor* color) override {
+        std::ostringstream out;
+        out << "path of " << path.elements().size() << ' ' << named(color) << '\n';
+        m_record.log += out.str();
+    }
+    void strokePath(const CGPath& path, double width, NSColor* color) override {
+        std::ostringstream out;
+        out << "line " << width << " wide along " << path.elements().size() << ' ' << named(color) << '\n';
         m_record.log += out.str();
     }
     void drawText(NSAttributedString* text, NSRect rect, bool isSingleLine) override {

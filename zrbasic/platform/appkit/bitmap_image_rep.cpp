@@ -84,11 +84,13 @@ void NSBitmapImageRep::setColor_atX_y(NSColor* color, NSInteger x, NSInteger y) 
 }
 
 id NSBitmapImageRep::copy() const {
-    Ref<NSBitmapImageRep> made = bitmapWithPixelsWide_pixelsHigh(m_wide, m_high);
-    if (!made) {
-        return alloc<NSBitmapImageRep>();
+    const Ref<NSBitmapImageRep> made = alloc<NSBitmapImageRep>();
+    if (m_bytes) {
+        made->m_bytes = std::make_unique_for_overwrite<std::uint8_t[]>(byteCount());
+        std::copy_n(m_bytes.get(), byteCount(), made->m_bytes.get());
     }
-    std::copy_n(m_bytes.get(), byteCount(), made->m_bytes.get());
+    made->m_wide = m_wide;
+    made->m_high = m_high;
     made->m_size = m_size;
     return made;
 }

@@ -7,6 +7,7 @@
 
 namespace zr {
 
+class CGPath;
 class NSAttributedString;
 class NSBitmapImageRep;
 class NSColor;
@@ -52,6 +53,11 @@ class ZR_EXPORT Canvas {
     /// The line, `width` points wide, lies inside of `rect` with its outer edge on it; its corners are square where the
     /// radius is 0.
     virtual void strokeRoundedRect(NSRect rect, double radius, double width, NSColor* color) = 0;
+    /// What the path goes around, open parts closed by a straight line: everything that it goes around more often one
+    /// way than the other.
+    virtual void fillPath(const CGPath& path, NSColor* color) = 0;
+    /// A line `width` points wide along the path, cut off at its ends and pointed at its corners.
+    virtual void strokePath(const CGPath& path, double width, NSColor* color) = 0;
 
     /// The text in `rect`, from its top on and cut off at its edges, aligned and broken as its paragraph style says.
     /// What has no font or colour is drawn in the system font of 13 points and in black. `isSingleLine` draws

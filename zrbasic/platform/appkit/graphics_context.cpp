@@ -105,6 +105,17 @@ void set(NSColor* self) {
     setStroke(self);
 }
 
+void concat(NSAffineTransform* self) {
+    const Ref<NSGraphicsContext> context = current();
+    if (context && self) {
+        context->canvas().concat(self->transformStruct());
+    }
+}
+
+ZR_GROUP(NSAffineTransform, NSAppKitAdditions) {
+    is.method<&concat>("concat");
+}
+
 ZR_GROUP(NSColor, NSGraphicsContext) {
     is.method<&setFill>("setFill");
     is.method<&setStroke>("setStroke");

@@ -7,6 +7,8 @@
 
 namespace zr {
 
+class NSAffineTransform;
+
 /// Where drawing goes, with the colours that shapes are drawn in. While a view or an image is drawn there is a current
 /// one; whoever draws asks for that. Main thread only.
 class ZR_EXPORT NSGraphicsContext : public NSObject {
@@ -74,5 +76,10 @@ ZR_EXPORT void NSRectFillUsingOperation(NSRect rect, NSCompositingOperation oper
 ZR_EXPORT void setFill(NSColor* self);
 ZR_EXPORT void setStroke(NSColor* self);
 ZR_EXPORT void set(NSColor* self);
+
+// NSAffineTransform(NSAppKitAdditions)
+
+/// Everything drawn into the current context from here on goes through the receiver first.
+ZR_EXPORT void concat(NSAffineTransform* self);
 
 } // namespace zr

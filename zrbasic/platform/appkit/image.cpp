@@ -12,6 +12,10 @@ ZR_DEFINE_CLASS(NSImage) {
     is.method<&NSImage::representations>("representations");
     is.method<&NSImage::addRepresentation>("addRepresentation:");
     is.method<&NSImage::removeRepresentation>("removeRepresentation:");
+    is.method<&NSImage::lockFocus>("lockFocus");
+    is.method<&NSImage::unlockFocus>("unlockFocus");
+    is.method<&NSImage::drawInRect_fromRect_operation_fraction>("drawInRect:fromRect:operation:fraction:");
+    is.method<&NSImage::drawInRect>("drawInRect:");
 }
 
 NSImage::NSImage() = default;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <zrbasic/platform/appkit/canvas.h>
 #include <zrbasic/platform/foundation/array.h>
 #include <zrbasic/platform/foundation/geometry.h>
 
@@ -32,6 +33,25 @@ class ZR_EXPORT NSImage : public NSObject {
     void removeRepresentation(NSBitmapImageRep* representation);
     /// The bitmap with the most pixels, the first among equals; null when there is none.
     [[nodiscard]] Ref<NSBitmapImageRep> bestRepresentation() const;
+
+    // Drawing; main thread only.
+
+    /// Makes the image what is drawn in, in points from its lower left corner on, until `unlockFocus`. It begins with
+    /// what the image shows, in as many pixels as its best bitmap has, or in those of the main screen when there is
+    /// none, one a point without a screen. Until the end the image itself stays as it was, so that it may be drawn into
+    /// itself. An image without an extent, or with one that no bitmap can have, takes drawing and keeps nothing.
+    void lockFocus();
+    /// Ends that: what was drawn becomes the image's only bitmap, and what was drawn in before is so again. Does
+    /// nothing unless this image is what is being drawn in.
+    void unlockFocus();
+
+    /// Draws the part `from`, in points from the lower left corner on, all of it when that is empty, spread over `to`
+    /// in what is being drawn in. `fraction` is how opaque that is, from 0 to 1. Does nothing when nothing is being
+    /// drawn in, and for an image without bitmaps.
+    void drawInRect_fromRect_operation_fraction(NSRect to, NSRect from, NSCompositingOperation operation,
+                                                double fraction);
+    /// All of it over what is there.
+    void drawInRect(NSRect to);
 
     /// Another image of the same size with copies of the bitmaps.
     [[nodiscard]] id copy() const override;

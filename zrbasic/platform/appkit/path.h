@@ -46,6 +46,13 @@ class ZR_EXPORT CGPath : public NSObject {
     /// Goes straight back to where the part began. What is added without a move goes on from there.
     void closeSubpath();
 
+    // Each of these is a closed part of its own. They begin at the rectangle's origin, its left side's middle for the
+    // last, and go along its width first, so that a negative extent turns the way around.
+    void addRect(NSRect rect);
+    /// The radii reach to the middles of the sides at most; without one of them the corners are square.
+    void addRoundedRect_cornerWidth_cornerHeight(NSRect rect, double xRadius, double yRadius);
+    void addEllipseInRect(NSRect rect);
+
     [[nodiscard]] bool isEmpty() const { return m_elements.empty(); }
     /// Where the next piece would begin; the zero point for an empty path.
     [[nodiscard]] NSPoint currentPoint() const { return m_current; }

@@ -66,6 +66,18 @@ void BitmapCanvas::strokeRoundedRect(NSRect rect, double radius, double width, N
     }
 }
 
+void BitmapCanvas::fillPath(const CGPath& path, NSColor* color) {
+    if (m_canvas) {
+        m_canvas->fillPath(path, color);
+    }
+}
+
+void BitmapCanvas::strokePath(const CGPath& path, double width, NSColor* color) {
+    if (m_canvas) {
+        m_canvas->strokePath(path, width, color);
+    }
+}
+
 void BitmapCanvas::drawText(NSAttributedString* text, NSRect rect, bool isSingleLine) {
     if (m_canvas) {
         m_canvas->drawText(text, rect, isSingleLine);

@@ -1,14 +1,17 @@
 #include <zrbasic/platform/qt/canvas_p.h>
 
+#include <zrbasic/platform/appkit/compositing.h>
+#include <zrbasic/platform/appkit/path.h>
 #include <zrbasic/platform/foundation/attributed_string.h>
 #include <zrbasic/platform/qt/conversions_p.h>
-#include <zrbasic/platform/qt/luminosity_p.h>
 #include <zrbasic/platform/qt/text_layout_p.h>
 
 #include <QPainter>
+#include <QPainterPath>
 
 #include <algorithm>
 #include <cmath>
+#include <optional>
 
 namespace zr::qt {
 namespace {
@@ -75,6 +78,36 @@ bool isTurned(const QPainter& painter) {
     return painter.worldTransform().type() > QTransform::TxScale;
 }
 
+/// Null for one with a point that no painter can count to.
+std::optional<QPainterPath> pathOf(const CGPath& path) {
+    constexpr double farthest = 1 << 24;
+    QPainterPath made;
+    made.setFillRule(Qt::WindingFill);
+    for (const CGPathElement& element : path.elements()) {
+        for (const NSPoint& point : element.points) {
+            if (!(std::fabs(point.x) <= farthest && std::fabs(point.y) <= farthest)) {
+                return std::nullopt;
+            }
+        }
+        const auto point = [&](std::size_t i) { return QPointF(element.points[i].x, element.points[i].y); };
+        switch (element.type) {
+            case kCGPathElementMoveToPoint:
+                made.moveTo(point(0));
+                break;
+            case kCGPathElementAddLineToPoint:
+                made.lineTo(point(0));
+                break;
+            case kCGPathElementAddCurveToPoint:
+                made.cubicTo(point(0), point(1), point(2));
+                break;
+            case kCGPathElementCloseSubpath:
+                made.closeSubpath();
+                break;
+        }
+    }
+    return made;
+}
+
 QImage* imageOf(const QPainter& painter) {
     QPaintDevice* const device = painter.device();
     return device && device->devType() == QInternal::Image ? static_cast<QImage*>(device) : nullptr;
@@ -136,7 +169,7 @@ void PainterCanvas::compose(const QRectF& area, NSCompositingOperation operation
     if (box.isEmpty()) {
         return;
     }
-    QImage over(box.size(), QImage::Format_ARGB32_Premultiplied);
+    QImage over(box.size(), QImage::Format_RGBA8888_Premultiplied);
     over.fill(Qt::transparent);
     {
         QPainter painter(&over);
@@ -145,9 +178,11 @@ void PainterCanvas::compose(const QRectF& area, NSCompositingOperation operation
         painter.setTransform(toPixels * QTransform::fromTranslate(-box.x(), -box.y()));
         draw(painter);
     }
-    QImage below = image->copy(box).convertToFormat(QImage::Format_ARGB32_Premultiplied);
+    QImage below = image->copy(box).convertToFormat(QImage::Format_RGBA8888_Premultiplied);
     below.setDevicePixelRatio(1);
-    blendLuminosity(below, over);
+    for (int y = 0; y < box.height(); ++y) {
+        compositePixels(below.scanLine(y), over.constScanLine(y), std::size_t(box.width()), operation);
+    }
     // Through the painter, for its clipping, and pixel by pixel.
     const double ratio = image->devicePixelRatio();
     m_painter.setWorldTransform(QTransform::fromScale(1 / ratio, 1 / ratio));
@@ -217,6 +252,28 @@ void PainterCanvas::strokeRoundedRect(NSRect rect, double radius, double width, 
     } else {
         m_painter.drawRect(middle);
     }
+}
+
+void PainterCanvas::fillPath(const CGPath& path, NSColor* color) {
+    const QColor shade = toQt(color);
+    const std::optional<QPainterPath> way = pathOf(path);
+    if (!shade.isValid() || !way) {
+        return;
+    }
+    const Saved saved(m_painter);
+    m_painter.setRenderHint(QPainter::Antialiasing);
+    m_painter.fillPath(*way, shade);
+}
+
+void PainterCanvas::strokePath(const CGPath& path, double width, NSColor* color) {
+    const QColor shade = toQt(color);
+    const std::optional<QPainterPath> way = pathOf(path);
+    if (!shade.isValid() || !way || !(width > 0) || !std::isfinite(width)) {
+        return;
+    }
+    const Saved saved(m_painter);
+    m_painter.setRenderHint(QPainter::Antialiasing);
+    m_painter.strokePath(*way, QPen(shade, width, Qt::SolidLine, Qt::FlatCap, Qt::SvgMiterJoin));
 }
 
 void PainterCanvas::drawText(NSAttributedString* text, NSRect rect, bool isSingleLine) {

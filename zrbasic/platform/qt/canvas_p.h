@@ -22,6 +22,8 @@ class PainterCanvas final : public Canvas {
     void fillRect(NSRect rect, NSColor* color, NSCompositingOperation operation) override;
     void fillRoundedRect(NSRect rect, double xRadius, double yRadius, NSColor* color) override;
     void strokeRoundedRect(NSRect rect, double radius, double width, NSColor* color) override;
+    void fillPath(const CGPath& path, NSColor* color) override;
+    void strokePath(const CGPath& path, double width, NSColor* color) override;
     void drawText(NSAttributedString* text, NSRect rect, bool isSingleLine) override;
     void drawBitmap(NSBitmapImageRep* bitmap, NSRect to, NSRect from, NSCompositingOperation operation,
                     double fraction) override;
