@@ -12,7 +12,9 @@ using Pixel = std::array<std::uint8_t, 4>;
 Pixel pixelOf(const std::string& digits) {
     const std::string bytes = test::bytesOfHex(digits);
     Pixel pixel{};
-    std::copy_n(bytes.begin(), std::min(bytes.size(), pixel.size()), pixel.begin());
+    for (std::size_t i = 0; i < pixel.size() && i < bytes.size(); ++i) {
+        pixel[i] = static_cast<std::uint8_t>(bytes[i]);
+    }
     return pixel;
 }
 
