@@ -97,16 +97,17 @@ double layOut(GallerySheet& sheet, const std::vector<Section*>& sections, double
 } // namespace
 
 std::vector<Section> allSections() {
-    return {textFields(), secureFields(), labels(), messages(), buttons(), tables()};
+    return {textFields(), secureFields(), labels(),     messages(), buttons(),
+            tables(),     scrollers(),    containers(), images()};
 }
 
 Gallery::Gallery() : m_sections(allSections()) {
     const Ref<GallerySheet> sheet = make<GallerySheet>();
     // Three columns of about the same height.
-    std::vector<std::vector<Section*>> columns(3);
-    columns[0] = {&m_sections[0]};
-    columns[1] = {&m_sections[1], &m_sections[2]};
-    columns[2] = {&m_sections[3], &m_sections[4], &m_sections[5]};
+    const auto section = [this](std::size_t place) { return &m_sections.at(place); };
+    const std::vector<std::vector<Section*>> columns = {{section(0), section(8)},
+                                                        {section(1), section(2), section(6)},
+                                                        {section(3), section(4), section(5), section(7)}};
     double x = margin;
     double height = 0;
     for (const auto& column : columns) {

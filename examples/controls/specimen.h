@@ -33,6 +33,9 @@ struct Section {
 [[nodiscard]] Section messages();
 [[nodiscard]] Section buttons();
 [[nodiscard]] Section tables();
+[[nodiscard]] Section scrollers();
+[[nodiscard]] Section containers();
+[[nodiscard]] Section images();
 
 /// All of them, in the order of the gallery.
 [[nodiscard]] std::vector<Section> allSections();
