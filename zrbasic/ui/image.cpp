@@ -57,6 +57,12 @@ Ref<NSImage> drawn(NSImage* original, NSSize size, double sine, NSAffineTransfor
     return image;
 }
 
+double inSinglePrecision(double value) {
+    // GCC 12 optimises two such conversions side by side away, there and back, but not through a volatile.
+    const volatile float rounded = static_cast<float>(value);
+    return rounded;
+}
+
 enum class Mirror { TopToBottom, LeftToRight };
 
 Ref<NSImage> mirrored(NSImage* self, Mirror direction) {
@@ -64,12 +70,10 @@ Ref<NSImage> mirrored(NSImage* self, Mirror direction) {
         return nullptr;
     }
     // Counted in single precision, so what is too small for it is nothing.
-    const auto wide = static_cast<float>(self->size().width);
-    const auto high = static_cast<float>(self->size().height);
-    if (wide == 0 || high == 0) {
+    const NSSize size{inSinglePrecision(self->size().width), inSinglePrecision(self->size().height)};
+    if (size.width == 0 || size.height == 0) {
         return nullptr;
     }
-    const NSSize size{wide, high};
     const Ref<NSAffineTransform> transform = NSAffineTransform::transform();
     if (direction == Mirror::TopToBottom) {
         transform->scaleXBy_yBy(1, -1);

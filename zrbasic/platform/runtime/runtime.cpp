@@ -321,6 +321,7 @@ bool Runtime::adopt(Class* byClass, Protocol* protocol, void* (*cast)(NSObject*)
 }
 
 bool Runtime::adopts(const Class* ofClass, const Protocol* protocol, bool climb) {
+    settleGroups();
     const std::shared_lock lock(m_lock);
     for (; ofClass; ofClass = climb ? ofClass->m_parent : nullptr) {
         for (const Class::Adoption& adoption : ofClass->m_adoptions) {
@@ -333,6 +334,7 @@ bool Runtime::adopts(const Class* ofClass, const Protocol* protocol, bool climb)
 }
 
 void* Runtime::interfaceOf(NSObject* object, const Protocol* protocol) {
+    settleGroups();
     const std::shared_lock lock(m_lock);
     for (const Class* searched = object->nativeClass(); searched; searched = searched->m_parent) {
         for (const Class::Adoption& adoption : searched->m_adoptions) {
