@@ -5,14 +5,37 @@
 #include <zrbasic/platform/qt/window_peer_p.h>
 
 #include <QApplication>
-#include <QEvent>
 #include <QWindow>
 
 namespace zr::qt {
 namespace {
 
-bool isInput(const QWidget& topLevel, const QEvent& event) {
-    switch (event.type()) {
+bool isForTheGate(const QWidget& topLevel, const QEvent& event) {
+    // A window of ours is closed by the program in another way. Of a foreign one Qt does not say who closes it, and a
+    // program must be able to.
+    return isInput(event.type()) ||
+           (event.type() == QEvent::Close && dynamic_cast<const HostWidget*>(&topLevel) != nullptr);
+}
+
+/// Whether it is the session's window, belongs to it, or takes the user's attention by Qt's own means.
+bool isLetThrough(const QWidget& topLevel, const NSWindow* session) {
+    for (const QWidget* widget = &topLevel; widget;) {
+        const Ref<NSWindow> window = windowOf(widget);
+        if (widget->isModal() || widget->windowType() == Qt::Popup || window == session) {
+            return true;
+        }
+        if (window && NSApplication::sharedApplication()->allowsEventsForWindow(window)) {
+            return true;
+        }
+        widget = widget->parentWidget() ? widget->parentWidget()->window() : nullptr;
+    }
+    return false;
+}
+
+} // namespace
+
+bool isInput(QEvent::Type type) {
+    switch (type) {
         case QEvent::MouseButtonPress:
         case QEvent::MouseButtonDblClick:
         case QEvent::MouseButtonRelease:
@@ -33,34 +56,13 @@ bool isInput(const QWidget& topLevel, const QEvent& event) {
         case QEvent::DragMove:
         case QEvent::Drop:
             return true;
-        case QEvent::Close:
-            // A window of ours is closed by the program in another way. Of a foreign one Qt does not say who closes
-            // it, and a program must be able to.
-            return dynamic_cast<const HostWidget*>(&topLevel) != nullptr;
         default:
             return false;
     }
 }
 
-/// Whether it is the session's window, belongs to it, or takes the user's attention by Qt's own means.
-bool isLetThrough(const QWidget& topLevel, const NSWindow* session) {
-    for (const QWidget* widget = &topLevel; widget;) {
-        const Ref<NSWindow> window = windowOf(widget);
-        if (widget->isModal() || widget->windowType() == Qt::Popup || window == session) {
-            return true;
-        }
-        if (window && NSApplication::sharedApplication()->allowsEventsForWindow(window)) {
-            return true;
-        }
-        widget = widget->parentWidget() ? widget->parentWidget()->window() : nullptr;
-    }
-    return false;
-}
-
-} // namespace
-
 bool isKeptOut(const QWidget& topLevel, QEvent& event) {
-    if (!isInput(topLevel, event)) {
+    if (!isForTheGate(topLevel, event)) {
         return false;
     }
     const Ref<NSWindow> session = NSApplication::sharedApplication()->modalWindow();

@@ -77,32 +77,9 @@ class InputFilter final : public QObject {
         if (!receiver->isWindowType()) {
             return false;
         }
-        switch (event->type()) {
-            case QEvent::MouseButtonPress:
-            case QEvent::MouseButtonDblClick:
-            case QEvent::MouseButtonRelease:
-            case QEvent::MouseMove:
-            case QEvent::Wheel:
-            case QEvent::KeyPress:
-            case QEvent::KeyRelease:
-            case QEvent::ShortcutOverride:
-            case QEvent::TouchBegin:
-            case QEvent::TouchUpdate:
-            case QEvent::TouchEnd:
-            case QEvent::TabletPress:
-            case QEvent::TabletMove:
-            case QEvent::TabletRelease:
-            case QEvent::NativeGesture:
-            case QEvent::ContextMenu:
-            case QEvent::DragEnter:
-            case QEvent::DragMove:
-            case QEvent::Drop:
-            case QEvent::Close:
-            case QEvent::Enter:
-            case QEvent::Leave:
-                break;
-            default:
-                return false;
+        const QEvent::Type type = event->type();
+        if (!isInput(type) && type != QEvent::Close && type != QEvent::Enter && type != QEvent::Leave) {
+            return false;
         }
         QWidget* const topLevel = topLevelOf(receiver);
         if (!topLevel) {
