@@ -1,5 +1,7 @@
 #pragma once
 
+#include "waiting.h"
+
 #include <zrbasic/platform/appkit/application.h>
 #include <zrbasic/platform/appkit/text_view.h>
 #include <zrbasic/platform/appkit/window.h>
@@ -18,20 +20,6 @@
 #include <gtest/gtest.h>
 
 namespace zr::test {
-
-/// Handles events until `isDone`, for up to 5 seconds.
-template <class Condition>
-bool waitUntil(const Condition& isDone) {
-    QElapsedTimer timer;
-    timer.start();
-    while (!isDone()) {
-        if (timer.elapsed() > 5000) {
-            return false;
-        }
-        QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
-    }
-    return true;
-}
 
 /// A titled window on the screen, with views in it that are used with real events.
 class FieldWindow : public testing::Test {
@@ -59,7 +47,7 @@ class FieldWindow : public testing::Test {
 
     void show() {
         window->makeKeyAndOrderFront(nullptr);
-        ASSERT_TRUE(waitUntil([this] {
+        ASSERT_TRUE(eventually([this] {
             const QWidget* const host = qt::widget(window.get());
             return host && host->isActiveWindow();
         }));
@@ -68,7 +56,7 @@ class FieldWindow : public testing::Test {
     /// Begins editing, with everything selected.
     void edit(NSTextField* field) {
         window->makeFirstResponder(field);
-        ASSERT_TRUE(waitUntil([] { return line() != nullptr; }));
+        ASSERT_TRUE(eventually([] { return line() != nullptr; }));
     }
 
     /// The line editor of Qt that has the keyboard; null when none has.

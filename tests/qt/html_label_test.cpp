@@ -136,9 +136,9 @@ TEST_F(HtmlLabel, withoutAnActionTheDesktopOpensTheLink) {
 TEST_F(HtmlLabel, theHandShowsOverLinksOnly) {
     label->setHTMLString("See <a href=\"https://example.com/a\">these</a> there"_ns);
     QTest::mouseMove(handle(), pixelAt(6));
-    EXPECT_TRUE(waitUntil([this] { return browser()->viewport()->cursor().shape() == Qt::PointingHandCursor; }));
+    EXPECT_TRUE(eventually([this] { return browser()->viewport()->cursor().shape() == Qt::PointingHandCursor; }));
     QTest::mouseMove(handle(), pixelAt(12));
-    EXPECT_TRUE(waitUntil([this] { return browser()->viewport()->cursor().shape() == Qt::IBeamCursor; }));
+    EXPECT_TRUE(eventually([this] { return browser()->viewport()->cursor().shape() == Qt::IBeamCursor; }));
 }
 
 TEST_F(HtmlLabel, linksHaveAToolTipOnlyWhereThatIsWanted) {
@@ -186,7 +186,7 @@ TEST_F(HtmlLabel, anEmptyLabelIsTwentyPointsInALayout) {
     EXPECT_EQ(widget->size(), QSize(20, 20));
     empty->setHTMLString("A text that is wider than that"_ns);
     const NSSize natural = empty->intrinsicContentSize();
-    EXPECT_TRUE(waitUntil([&] { return widget->width() == int(std::ceil(natural.width)); }));
+    EXPECT_TRUE(eventually([&] { return widget->width() == int(std::ceil(natural.width)); }));
     EXPECT_EQ(widget->height(), std::max(20, int(std::ceil(natural.height))));
     EXPECT_EQ(empty->frame().size.width, widget->width());
 }

@@ -218,7 +218,7 @@ TEST_F(FormattedField, aFormatterMaySetAnotherTextWhileItJudges) {
         return true;
     }));
     type("1");
-    EXPECT_TRUE(waitUntil([] { return line()->text() == "own"; }));
+    EXPECT_TRUE(eventually([] { return line()->text() == "own"; }));
     EXPECT_EQ(text(), "own");
 }
 

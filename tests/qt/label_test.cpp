@@ -72,21 +72,21 @@ TEST_F(LabelOnScreen, styleTwoIsUnderlinedWhileThePointerIsOverIt) {
     EXPECT_FALSE(isUnderlined());
     const int plain = longestRow();
     enter();
-    EXPECT_TRUE(waitUntil([this] { return isUnderlined(); }));
+    EXPECT_TRUE(eventually([this] { return isUnderlined(); }));
     EXPECT_GT(longestRow(), plain + 20);
     leave();
-    EXPECT_TRUE(waitUntil([this] { return !isUnderlined(); }));
+    EXPECT_TRUE(eventually([this] { return !isUnderlined(); }));
     EXPECT_LE(longestRow(), plain);
 }
 
 TEST_F(LabelOnScreen, anotherStyleTakesTheUnderlineAwayAtOnce) {
     enter();
-    ASSERT_TRUE(waitUntil([this] { return isUnderlined(); }));
+    ASSERT_TRUE(eventually([this] { return isUnderlined(); }));
     EXPECT_EQ(cursor(), Qt::PointingHandCursor);
     label->setStyle(0);
     EXPECT_FALSE(isUnderlined());
     enter();
-    EXPECT_TRUE(waitUntil([this] { return cursor() == Qt::ArrowCursor; }));
+    EXPECT_TRUE(eventually([this] { return cursor() == Qt::ArrowCursor; }));
 }
 
 TEST_F(LabelOnScreen, stylesBesideTwoAreNeverUnderlined) {
@@ -126,9 +126,9 @@ TEST_F(LabelOnScreen, aPressIsNoEditing) {
 TEST_F(LabelOnScreen, theUnderlineFollowsALabelThatWasMadeLarger) {
     label->setFrame({{20, 60}, {160, 64}});
     pointAt({60, 70});
-    EXPECT_TRUE(waitUntil([this] { return isUnderlined(); }));
+    EXPECT_TRUE(eventually([this] { return isUnderlined(); }));
     pointAt({60, 40});
-    EXPECT_TRUE(waitUntil([this] { return !isUnderlined(); }));
+    EXPECT_TRUE(eventually([this] { return !isUnderlined(); }));
 }
 
 } // namespace

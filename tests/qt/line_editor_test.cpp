@@ -278,8 +278,8 @@ TEST_F(LineEditing, theInsertionPointBlinksAsTheDesktopSays) {
     type("1");
     press(Qt::Key_Backspace);
     EXPECT_TRUE(isShown());
-    EXPECT_TRUE(waitUntil([&] { return !isShown(); }));
-    EXPECT_TRUE(waitUntil(isShown));
+    EXPECT_TRUE(eventually([&] { return !isShown(); }));
+    EXPECT_TRUE(eventually(isShown));
     QApplication::setCursorFlashTime(0);
     type("1");
     press(Qt::Key_Backspace);

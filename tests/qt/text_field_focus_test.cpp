@@ -53,7 +53,7 @@ TEST_F(FieldFocus, nothingIsEditedWhenAWindowComesUp) {
 TEST_F(FieldFocus, aClickBeginsEditingWhereItIs) {
     field->setStringValue("iiiiiiiiii"_ns);
     click(field, {180, 12});
-    ASSERT_TRUE(waitUntil([] { return line() != nullptr; }));
+    ASSERT_TRUE(eventually([] { return line() != nullptr; }));
     EXPECT_EQ(window->firstResponder(), editor());
     EXPECT_EQ(editor()->selectedRange(), NSMakeRange(10, 0));
     EXPECT_EQ(listener->heard, "focus ");
@@ -77,7 +77,7 @@ TEST_F(FieldFocus, aClickOnAnotherFieldEndsEditingHere) {
     edit(field);
     type("1");
     click(other, {20, 12});
-    EXPECT_TRUE(waitUntil([this] { return bool(other->currentEditor()); }));
+    EXPECT_TRUE(eventually([this] { return bool(other->currentEditor()); }));
     EXPECT_EQ(utf8(field->stringValue()), "1");
     EXPECT_FALSE(field->currentEditor());
     EXPECT_EQ(listener->heard, "focus should ended ");
@@ -108,13 +108,13 @@ TEST_F(FieldFocus, anotherWindowDoesNotEndEditing) {
     foreign.show();
     foreign.activateWindow();
     inside.setFocus();
-    ASSERT_TRUE(waitUntil([&] { return QApplication::focusWidget() == &inside; }));
+    ASSERT_TRUE(eventually([&] { return QApplication::focusWidget() == &inside; }));
     EXPECT_TRUE(field->currentEditor());
     EXPECT_EQ(border(), field->highlightedBorderColor());
     foreign.hide();
     window->makeKeyAndOrderFront(nullptr);
     qt::widget(window.get())->activateWindow();
-    EXPECT_TRUE(waitUntil([] { return line() != nullptr; }));
+    EXPECT_TRUE(eventually([] { return line() != nullptr; }));
     type("2");
     EXPECT_EQ(utf8(field->stringValue()), "12");
 }
@@ -141,13 +141,13 @@ TEST_F(FieldFocus, aControlOfQtBesideItTakesTheKeyboard) {
     layout.addWidget(&button);
     host.show();
     host.activateWindow();
-    ASSERT_TRUE(waitUntil([&] { return host.isActiveWindow() && inside->window(); }));
+    ASSERT_TRUE(eventually([&] { return host.isActiveWindow() && inside->window(); }));
     // Qt gives the keyboard to the first control of its own windows.
-    ASSERT_TRUE(waitUntil([] { return line() != nullptr; }));
+    ASSERT_TRUE(eventually([] { return line() != nullptr; }));
     inside->setDelegate(listener);
     type("5");
     button.setFocus(Qt::MouseFocusReason);
-    EXPECT_TRUE(waitUntil([&] { return !inside->currentEditor(); }));
+    EXPECT_TRUE(eventually([&] { return !inside->currentEditor(); }));
     EXPECT_EQ(utf8(inside->stringValue()), "5");
     EXPECT_EQ(QApplication::focusWidget(), &button);
     EXPECT_EQ(listener->heard, "should ended ");

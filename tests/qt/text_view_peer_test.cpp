@@ -27,7 +27,7 @@ class TextViewOnScreen : public FieldWindow {
         text->setDelegate(listener);
         show();
         window->makeFirstResponder(text);
-        ASSERT_TRUE(waitUntil([this] { return focused() == browser(); }));
+        ASSERT_TRUE(eventually([this] { return focused() == browser(); }));
     }
     QTextBrowser* browser() const { return qt::widget(window.get())->findChild<QTextBrowser*>(); }
     std::string shown() const { return browser()->document()->toPlainText().toStdString(); }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "waiting.h"
+
 #include <zrbasic/platform/appkit/color.h>
 #include <zrbasic/platform/appkit/event.h>
 #include <zrbasic/platform/appkit/graphics_context.h>
@@ -24,20 +26,6 @@
 #include <vector>
 
 namespace zr::test {
-
-/// Handles events until `isDone`, for up to 5 seconds.
-template <class Condition>
-bool eventually(const Condition& isDone) {
-    QElapsedTimer timer;
-    timer.start();
-    while (!isDone()) {
-        if (timer.elapsed() > 5000) {
-            return false;
-        }
-        QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
-    }
-    return true;
-}
 
 /// What waits in the loop, deletions as well.
 inline void settle() {
