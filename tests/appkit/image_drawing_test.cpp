@@ -3,8 +3,10 @@
 
 #include <zrbasic/platform/appkit/bitmap_image_rep.h>
 #include <zrbasic/platform/appkit/image.h>
+#include <zrbasic/platform/appkit/image_canvas_p.h>
 #include <zrbasic/platform/appkit/screen.h>
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 
@@ -229,6 +231,108 @@ TEST(ImageDrawing, goesThroughTransformsAndClipping) {
     EXPECT_EQ(at(image, 2, 2), red);
     EXPECT_EQ(at(image, 2, 1), clear);
     EXPECT_EQ(at(image, 1, 2), clear);
+}
+
+/// Every byte another one, opaque in places only.
+Ref<NSBitmapImageRep> noise(NSInteger wide, NSInteger high) {
+    Ref<NSBitmapImageRep> bitmap = NSBitmapImageRep::bitmapWithPixelsWide_pixelsHigh(wide, high);
+    std::uint32_t state = 1;
+    const auto next = [&state](unsigned most) {
+        state = state * 1664525 + 1013904223;
+        return static_cast<std::uint8_t>((state >> 16) % (most + 1));
+    };
+    for (NSInteger y = 0; y < high; ++y) {
+        for (NSInteger x = 0; x < wide; ++x) {
+            const std::uint8_t alpha = next(255);
+            bitmap->setPixel_atX_y({next(alpha), next(alpha), next(alpha), alpha}, x, y);
+        }
+    }
+    return bitmap;
+}
+
+/// The bitmap in the middle of another one, turned by so many degrees and drawn as far as it lies in `clip`.
+Ref<NSBitmapImageRep> turned(NSBitmapImageRep* bitmap, double degrees, NSRect clip, NSBitmapImageRep* on = nullptr) {
+    const Ref<NSBitmapImageRep> result =
+        on ? Ref<NSBitmapImageRep>(on) : NSBitmapImageRep::bitmapWithPixelsWide_pixelsHigh(64, 64);
+    ImageCanvas canvas(result, {64, 64});
+    canvas.clipToRect(clip);
+    const auto turn = NSAffineTransform::transform();
+    turn->translateXBy_yBy(32, 32);
+    turn->rotateByDegrees(degrees);
+    canvas.concat(turn->transformStruct());
+    const NSSize size = bitmap->size();
+    canvas.drawBitmap(bitmap, {{-size.width / 2, -size.height / 2}, size}, NSZeroRect, NSCompositingOperationCopy, 1);
+    return result;
+}
+
+constexpr NSRect everything{{0, 0}, {64, 64}};
+
+TEST(ImageDrawing, aTurnedPixelIsTheSameHoweverMuchOfItsRowIsDrawn) {
+    const auto source = noise(41, 37);
+    for (const double degrees : {33.0, 121.5, 270.001}) {
+        SCOPED_TRACE(degrees);
+        const auto whole = turned(source, degrees, everything);
+        const auto columns = NSBitmapImageRep::bitmapWithPixelsWide_pixelsHigh(64, 64);
+        for (int x = 0; x < 64; ++x) {
+            turned(source, degrees, {{double(x), 0}, {1, 64}}, columns);
+        }
+        EXPECT_NE(whole->pixelAtX_y(32, 32), clear);
+        EXPECT_TRUE(std::ranges::equal(whole->bytes(), columns->bytes()));
+    }
+}
+
+TEST(ImageDrawing, mixesATurnedPixelOfTheNearestFour) {
+    const auto source = noise(41, 37);
+    const auto result = turned(source, 33, everything);
+    const double sine = std::sin(33 * M_PI / 180);
+    const double cosine = std::cos(33 * M_PI / 180);
+    int compared = 0;
+    double farthest = 0;
+    for (NSInteger row = 0; row < 64; ++row) {
+        for (NSInteger column = 0; column < 64; ++column) {
+            // From the middle of the picture, y upwards, turned back.
+            const double x = double(column) + 0.5 - 32;
+            const double y = 32 - (double(row) + 0.5);
+            const double fromX = 20.5 + x * cosine + y * sine - 0.5;
+            const double fromY = 18.5 - (y * cosine - x * sine) - 0.5;
+            if (fromX < 0.01 || fromY < 0.01 || fromX > 39.99 || fromY > 35.99) {
+                continue;
+            }
+            const auto left = NSInteger(fromX);
+            const auto top = NSInteger(fromY);
+            const double right = fromX - double(left);
+            const double down = fromY - double(top);
+            const auto part = [&](std::uint8_t Pixel::*of) {
+                const auto byte = [&](NSInteger dx, NSInteger dy) {
+                    return double(source->pixelAtX_y(left + dx, top + dy).*of);
+                };
+                return (byte(0, 0) * (1 - right) + byte(1, 0) * right) * (1 - down) +
+                       (byte(0, 1) * (1 - right) + byte(1, 1) * right) * down;
+            };
+            const Pixel pixel = result->pixelAtX_y(column, row);
+            for (std::uint8_t Pixel::*const of : {&Pixel::red, &Pixel::green, &Pixel::blue, &Pixel::alpha}) {
+                farthest = std::max(farthest, std::fabs(pixel.*of - part(of)));
+            }
+            ++compared;
+        }
+    }
+    EXPECT_GT(compared, 1200);
+    // Weights are parts of 256.
+    EXPECT_LT(farthest, 4);
+}
+
+TEST(ImageDrawing, movesEveryPixelOfAWideQuarterTurn) {
+    const auto source = noise(62, 48);
+    const auto result = turned(source, 90, everything);
+    int differences = 0;
+    for (NSInteger y = 0; y < 48; ++y) {
+        for (NSInteger x = 0; x < 62; ++x) {
+            differences += result->pixelAtX_y(8 + y, 62 - x) != source->pixelAtX_y(x, y);
+        }
+    }
+    EXPECT_EQ(differences, 0) << "counterclockwise, where y goes up";
+    EXPECT_EQ(result->pixelAtX_y(7, 30), clear);
+    EXPECT_EQ(result->pixelAtX_y(56, 30), clear);
 }
 
 TEST(ImageDrawing, isClippedByTurnedRectangles) {

@@ -5,6 +5,10 @@
 #include <cstring>
 #include <vector>
 
+#ifdef __SSE2__
+#include <emmintrin.h>
+#endif
+
 namespace zr {
 namespace {
 
@@ -189,6 +193,25 @@ class Sampler {
     }
 
     void mixInner(int begin, int end) {
+        const int rest = mixInnerByFours(begin, end);
+        Fixed x = m_x.at(rest);
+        Fixed y = m_y.at(rest);
+        for (int i = rest; i < end; ++i) {
+            const std::uint8_t* const from = m_bytes + (y >> 32) * m_stride + (x >> 32) * 4;
+            put(i, mixed(pixelAt(from), pixelAt(from + 4), pixelAt(from + m_stride), pixelAt(from + m_stride + 4),
+                         fractionOf(x), fractionOf(y)));
+            x += m_x.step;
+            y += m_y.step;
+        }
+    }
+
+#ifdef __SSE2__
+    /// The same bytes as pixel by pixel, in half the time. Gives where it stopped.
+    int mixInnerByFours(int begin, int end) {
+        if (end - begin < 4) {
+            // The steps may be too long to go four of them.
+            return begin;
+        }
         Fixed x = m_x.at(begin);
         Fixed y = m_y.at(begin);
         // Copies, as bytes that are written could be any of the members.
@@ -197,16 +220,56 @@ class Sampler {
         const std::uint8_t* const bytes = m_bytes;
         const std::ptrdiff_t stride = m_stride;
         std::uint8_t* to = m_row.data() + std::ptrdiff_t{begin} * 4;
-        for (int i = begin; i < end; ++i) {
-            const std::uint8_t* const from = bytes + (y >> 32) * stride + (x >> 32) * 4;
-            const std::uint32_t pixel = mixed(pixelAt(from), pixelAt(from + 4), pixelAt(from + stride),
-                                              pixelAt(from + stride + 4), fractionOf(x), fractionOf(y));
-            std::memcpy(to, &pixel, 4);
-            to += 4;
-            x += stepX;
-            y += stepY;
+        // What lies behind the points of the four places; it wraps as theirs does.
+        const auto behindPoint = [](Fixed first, Fixed step) {
+            const auto at = [=](Fixed i) { return static_cast<int>(static_cast<std::uint32_t>(first + step * i)); };
+            return _mm_setr_epi32(at(0), at(1), at(2), at(3));
+        };
+        __m128i partsX = behindPoint(x, stepX);
+        __m128i partsY = behindPoint(y, stepY);
+        const __m128i fourX = _mm_set1_epi32(static_cast<int>(static_cast<std::uint32_t>(stepX * 4)));
+        const __m128i fourY = _mm_set1_epi32(static_cast<int>(static_cast<std::uint32_t>(stepY * 4)));
+        const __m128i half = _mm_set1_epi32(128);
+        const __m128i whole = _mm_set1_epi32(256);
+        int i = begin;
+        for (; i + 4 <= end; i += 4) {
+            const __m128i right = _mm_srli_epi32(partsX, 24);
+            const __m128i down = _mm_srli_epi32(partsY, 24);
+            const __m128i both = _mm_srli_epi32(_mm_add_epi32(_mm_madd_epi16(right, down), half), 8);
+            const __m128i lowerLeft = _mm_sub_epi32(down, both);
+            const __m128i upperLeft = _mm_sub_epi32(_mm_sub_epi32(whole, right), lowerLeft);
+            // The weight of the upper pixel and above it that of the lower one, as the bytes come to lie below.
+            const __m128i lefts = _mm_or_si128(upperLeft, _mm_slli_epi32(lowerLeft, 16));
+            const __m128i rights = _mm_or_si128(_mm_sub_epi32(right, both), _mm_slli_epi32(both, 16));
+            const auto next = [&](__m128i leftWeights, __m128i rightWeights) {
+                const std::uint8_t* const from = bytes + (y >> 32) * stride + (x >> 32) * 4;
+                x += stepX;
+                y += stepY;
+                const __m128i upper = _mm_loadl_epi64(reinterpret_cast<const __m128i*>(from));
+                const __m128i lower = _mm_loadl_epi64(reinterpret_cast<const __m128i*>(from + stride));
+                const __m128i pairs = _mm_unpacklo_epi8(upper, lower);
+                const __m128i none = _mm_setzero_si128();
+                const __m128i sum = _mm_add_epi32(_mm_madd_epi16(_mm_unpacklo_epi8(pairs, none), leftWeights),
+                                                  _mm_madd_epi16(_mm_unpackhi_epi8(pairs, none), rightWeights));
+                return _mm_srli_epi32(_mm_add_epi32(sum, half), 8);
+            };
+            const __m128i first = next(_mm_shuffle_epi32(lefts, 0x00), _mm_shuffle_epi32(rights, 0x00));
+            const __m128i second = next(_mm_shuffle_epi32(lefts, 0x55), _mm_shuffle_epi32(rights, 0x55));
+            const __m128i third = next(_mm_shuffle_epi32(lefts, 0xAA), _mm_shuffle_epi32(rights, 0xAA));
+            const __m128i fourth = next(_mm_shuffle_epi32(lefts, 0xFF), _mm_shuffle_epi32(rights, 0xFF));
+            _mm_storeu_si128(reinterpret_cast<__m128i*>(to),
+                             _mm_packus_epi16(_mm_packs_epi32(first, second), _mm_packs_epi32(third, fourth)));
+            to += 16;
+            partsX = _mm_add_epi32(partsX, fourX);
+            partsY = _mm_add_epi32(partsY, fourY);
         }
+        return i;
     }
+#else
+    static int mixInnerByFours(int begin, int) {
+        return begin;
+    }
+#endif
 
     const std::uint8_t* m_bytes;
     std::ptrdiff_t m_stride;
@@ -329,8 +392,13 @@ void sampleBitmap(const NSBitmapImageRep& bitmap, NSRect part, const NSAffineTra
     }
     Sampler sampler(bitmap, pixels, back);
     const auto row = !isLevel ? &Sampler::turnRow : keepsPixels(way) ? &Sampler::copyRow : &Sampler::stretchRow;
-    for (int y = box.top; y < box.bottom; ++y) {
-        (sampler.*row)(y, box.left, box.right, take);
+    // A row that comes from a column touches as many lines of memory as it has pixels. In a narrow strip the next row
+    // finds them in the cache.
+    const int strip = way.m11 == 0 ? 32 : box.right - box.left;
+    for (int left = box.left; left < box.right; left += strip) {
+        for (int y = box.top; y < box.bottom; ++y) {
+            (sampler.*row)(y, left, std::min(left + strip, box.right), take);
+        }
     }
 }
 
