@@ -28,6 +28,12 @@ TEST(PathOfABezierPath, isNullForAPathThatEndsWithAClose) {
     path->lineToPoint({8, 8});
     ASSERT_TRUE(cgPath(path));
     EXPECT_EQ(cgPath(path)->elements().size(), 7U) << "with the closed part before it";
+    const auto goingOn = openPolyline();
+    goingOn->closePath();
+    goingOn->lineToPoint({8, 8});
+    ASSERT_TRUE(cgPath(goingOn)) << "what was closed goes on without a move";
+    EXPECT_EQ(cgPath(goingOn)->elements()[3].type, kCGPathElementCloseSubpath);
+    EXPECT_EQ(cgPath(goingOn)->elements().size(), 5U);
 }
 
 TEST(PathOfABezierPath, staysOpen) {

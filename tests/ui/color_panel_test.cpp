@@ -13,13 +13,17 @@ Ref<NSColor> gray(double white) {
     return NSColor::colorWithWhite_alpha(white, 1);
 }
 
-/// Takes colours, and may do something when it is asked whether it does.
+/// Takes colours, and may do something when it is told one and when it is asked whether it takes them.
 class ColorTaker : public NSObject {
     ZR_OBJECT(ColorTaker, NSObject)
   public:
     void take(NSColor* color) {
         ++count;
         last = Ref<NSColor>(color);
+        if (whenTold) {
+            const auto work = whenTold;
+            work();
+        }
     }
     ZR_METHOD(take, "take:")
 
@@ -35,6 +39,7 @@ class ColorTaker : public NSObject {
     int count = 0;
     Ref<NSColor> last;
     std::function<void()> whenAsked;
+    std::function<void()> whenTold;
 };
 
 /// The bridge and the panel are the process's own, so each test leaves them without a target.
@@ -108,6 +113,37 @@ TEST_F(ColorPanelBridge, aTargetThatIsGoneIsToldNothing) {
     EXPECT_TRUE(panel->color()->isEqual(gray(0.75)));
 }
 
+TEST_F(ColorPanelBridge, aTargetThatGoesWhileItIsToldIsToldOnce) {
+    const Weak<ColorTaker> watched(taker);
+    int told = 0;
+    taker->whenTold = [&] {
+        ++told;
+        taker = nullptr;
+        EXPECT_NE(watched.lock(), nullptr) << "it lives until it has been told";
+    };
+    panelWithTarget_action(taker, "take:"_sel);
+    panel->setColor(gray(0.25));
+    EXPECT_EQ(told, 1) << "not of the same change by the action as well";
+    EXPECT_EQ(watched.lock(), nullptr);
+    EXPECT_EQ(weakTarget(panel), nullptr);
+    panel->setColor(gray(0.5));
+    EXPECT_EQ(told, 1);
+}
+
+TEST_F(ColorPanelBridge, aTargetMayChooseAnotherColourOrRaise) {
+    taker->whenTold = [&] { panel->setColor(gray(0.5)); };
+    panelWithTarget_action(taker, "take:"_sel);
+    panel->setColor(gray(0.25));
+    EXPECT_EQ(taker->count, 4) << "twice of each";
+    EXPECT_TRUE(taker->last->isEqual(gray(0.5)));
+    taker->whenTold = [] { NSException::raise(NSGenericException, "not that one"); };
+    EXPECT_THROW(panel->setColor(gray(0.75)), NSException);
+    EXPECT_TRUE(panel->color()->isEqual(gray(0.75)));
+    taker->whenTold = nullptr;
+    panel->setColor(gray(0.25));
+    EXPECT_TRUE(taker->last->isEqual(gray(0.25))) << "the next change is told of as before";
+}
+
 TEST_F(ColorPanelBridge, theLastOneThatAskedIsTheOnlyTarget) {
     const Ref<ColorTaker> later = make<ColorTaker>();
     panelWithTarget_action(taker, "take:"_sel);
@@ -146,6 +182,10 @@ TEST_F(ColorPanelBridge, readsTargetAndActionAgainOnceTheTargetWasAsked) {
     bridge->colorChangedAction(panel);
     EXPECT_EQ(taker->count, 0);
     EXPECT_EQ(other->count, 1) << "it has put another one in its place";
+    const Ref<NSObject> dumb = make<NSObject>();
+    taker->whenAsked = [&] { bridge->updateTarget_action(dumb, "take:"_sel); };
+    bridge->updateTarget_action(taker, "take:"_sel);
+    EXPECT_NO_THROW(bridge->colorChangedAction(panel)) << "one that takes no colours";
     taker->whenAsked = [&] { taker = nullptr; };
     const Weak<ColorTaker> watched(taker);
     bridge->updateTarget_action(taker, "take:"_sel);

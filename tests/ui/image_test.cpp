@@ -105,6 +105,34 @@ TEST(ImageTint, keepsAllPixelsOfADenseImage) {
     expectSize(image, 4, 3);
 }
 
+TEST(ImageTint, drawsNothingIntoAnImageOfBitmapsWithoutPixels) {
+    const auto image = empty(4, 4);
+    image->addRepresentation(make<NSBitmapImageRep>());
+    EXPECT_EQ(imageWithTintColor(image, NSColor::redColor()).get(), image.get());
+    ASSERT_EQ(image->representations()->count(), 1U);
+    EXPECT_EQ(pixelsWide(image), 0) << "not a red rectangle";
+    EXPECT_TRUE(rotateWithAngle(image, 30));
+    EXPECT_TRUE(mirrorRotateInYAxis(image));
+    EXPECT_FALSE(NSGraphicsContext::currentContext());
+}
+
+TEST(ImageTint, ofAnImageThatIsBeingDrawnInEndsNothing) {
+    const auto outer = empty(2, 2);
+    const auto image = numbered(2, 2);
+    outer->lockFocus();
+    const auto around = NSGraphicsContext::currentContext();
+    (void)imageWithTintColor(image, NSColor::redColor());
+    (void)rotateWithAngle(image, 20);
+    EXPECT_EQ(NSGraphicsContext::currentContext().get(), around.get());
+    outer->unlockFocus();
+    EXPECT_EQ(at(outer, 0, 0), Pixel{}) << "nothing of it went there";
+    image->lockFocus();
+    (void)imageWithTintColor(image, NSColor::redColor());
+    EXPECT_TRUE(NSGraphicsContext::currentContext()) << "it is still drawn in";
+    image->unlockFocus();
+    EXPECT_FALSE(NSGraphicsContext::currentContext());
+}
+
 TEST(ImageMirror, exchangesTopAndBottomByYAndLeftAndRightByX) {
     const auto image = numbered(5, 3);
     const auto upsideDown = mirrorRotateInYAxis(image);
@@ -257,6 +285,28 @@ TEST(ImageRotation, takesAnyAngleAndSize) {
     }
     EXPECT_TRUE(rotateWithAngle(numbered(4, 4), 1e300));
     EXPECT_FALSE(NSGraphicsContext::currentContext());
+}
+
+TEST(ImageRotation, ofMorePixelsThanABitmapHasIsEmpty) {
+    const auto image = empty(20000, 20000);
+    image->addRepresentation(NSBitmapImageRep::bitmapWithPixelsWide_pixelsHigh(2, 2));
+    image->bestRepresentation()->setSize({2, 2});
+    const auto dense = empty(2, 2);
+    dense->addRepresentation(NSBitmapImageRep::bitmapWithPixelsWide_pixelsHigh(60000, 1));
+    const auto turned = rotateWithAngle(dense, 45);
+    expectSize(turned, std::sqrt(8), std::sqrt(8));
+    EXPECT_EQ(turned->representations()->count(), 0U);
+    EXPECT_EQ(rotateWithAngle(image, 45)->representations()->count(), 1U) << "it is the pixels that count";
+    EXPECT_EQ(rotateWithAngle(dense, 90)->representations()->count(), 1U);
+    EXPECT_EQ(pixelsHigh(rotateWithAngle(dense, 90)), 60000);
+}
+
+TEST(ImageHelpers, keepTheSpellingOfTheirNames) {
+    const id image = empty(1, 1);
+    EXPECT_TRUE(image->respondsToSelector("mirrorRotateInXAsix"_sel));
+    EXPECT_FALSE(image->respondsToSelector("mirrorRotateInXAxis"_sel));
+    EXPECT_TRUE(image->respondsToSelector("attributeString"_sel));
+    EXPECT_FALSE(image->respondsToSelector("attributedString"_sel));
 }
 
 TEST(ImageHelpers, answerByName) {

@@ -1,6 +1,8 @@
 #include <zrbasic/ui/menu_item.h>
 
 #include <zrbasic/platform/appkit/event.h>
+#include <zrbasic/platform/foundation/mutable_string.h>
+#include <zrbasic/platform/foundation/null.h>
 
 #include <gtest/gtest.h>
 
@@ -26,6 +28,19 @@ TEST(MenuItemHelper, aNullKeyEquivalentIsTheEmptyOne) {
     const Ref<NSMenuItem> empty = itemWithTitle_action_keyEquivalent(nullptr, {}, nullptr);
     EXPECT_EQ(empty->title()->utf8(), "");
     EXPECT_FALSE(empty->action());
+}
+
+TEST(MenuItemHelper, whatIsNoTextIsTheEmptyOne) {
+    const auto item = send<Ref<NSMenuItem>>(NSMenuItem::classObject(), "itemWithTitle:action:keyEquivalent:"_sel,
+                                            NSNull::null(), "copy:"_sel, NSNull::null());
+    ASSERT_NE(item, nullptr);
+    EXPECT_TRUE(item->title()->isEqual(""_ns));
+    EXPECT_TRUE(item->keyEquivalent()->isEqual(""_ns));
+    const auto text = "c"_ns->mutableCopy();
+    const auto copied = itemWithTitle_action_keyEquivalent(cast<NSString>(text), {}, cast<NSString>(text));
+    cast<NSMutableString>(text)->appendString("d"_ns);
+    EXPECT_EQ(copied->title()->utf8(), "c") << "texts are copied";
+    EXPECT_EQ(copied->keyEquivalent()->utf8(), "c");
 }
 
 TEST(MenuItemHelper, isAnsweredAsAMessageToo) {

@@ -10,6 +10,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <memory>
 #include <thread>
 
@@ -145,6 +146,49 @@ TEST_F(PausableTimer, repeatsWhateverItWasTold) {
         EXPECT_TRUE(dated->isValid()) << "so does the one with a date";
         EXPECT_EQ(dated->timeInterval(), rarely);
     }
+}
+
+TEST_F(PausableTimer, takesAnyIntervalAndDelay) {
+    for (const double interval : {0.0, -1.0, double(NAN), -double(INFINITY)}) {
+        SCOPED_TRACE(interval);
+        int fires = 0;
+        const auto timer = zr_scheduledTimerWithTimeInterval_repeats_block(interval, false, [&](NSTimer* firing) {
+            if (++fires == 3) {
+                firing->invalidate();
+            }
+        });
+        EXPECT_TRUE(runUntil([&] { return !timer->isValid(); }));
+        EXPECT_EQ(fires, 3);
+        EXPECT_EQ(timer->timeInterval(), 0.0001);
+    }
+    const auto timer = counting();
+    pause(timer);
+    resumeWithDelay(timer, NAN);
+    runReady();
+    EXPECT_EQ(count, 1) << "what is no delay has passed";
+    for (const double delay : {1e300, double(INFINITY)}) {
+        resumeWithDelay(timer, delay);
+        runReady();
+    }
+    EXPECT_EQ(count, 1);
+    resume(timer);
+    runReady();
+    EXPECT_EQ(count, 2);
+    timer->invalidate();
+}
+
+TEST_F(PausableTimer, mayBePausedByTheBlockOfAnother) {
+    const auto paused = counting(0.0005);
+    Ref<NSTimer> pausing =
+        zr_scheduledWithFireDate_timeInterval_repeats_block(past(), rarely, true, [&](NSTimer*) { pause(paused); });
+    add(pausing);
+    runReady();
+    const int before = count;
+    EXPECT_LE(before, 1);
+    settle();
+    EXPECT_EQ(count, before);
+    pausing->invalidate();
+    paused->invalidate();
 }
 
 TEST_F(PausableTimer, isAddedToTheLoopOnlyByItsShortForm) {

@@ -95,7 +95,8 @@ ZR_GROUP(NSImage, ZRXHelper) {
 }
 
 Ref<NSImage> imageWithTintColor(NSImage* self, NSColor* color) {
-    if (!self || !self->bestRepresentation()) {
+    const Ref<NSBitmapImageRep> shown = self ? self->bestRepresentation() : nullptr;
+    if (!shown || shown->pixelsWide() == 0) {
         return Ref<NSImage>(self);
     }
     const LockedFocus focus(self);

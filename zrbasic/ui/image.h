@@ -4,8 +4,8 @@
 #include <zrbasic/platform/runtime/ref.h>
 
 /// Images recoloured, mirrored and turned. Only an image's best bitmap counts, and results have as many pixels a point
-/// as it has; mirroring and whole quarters of a turn move pixels unchanged. A null receiver gives null. Main thread
-/// only; nothing here raises.
+/// as it has; mirroring and whole quarters of a turn move pixels unchanged. A result that would have more pixels than a
+/// bitmap can have has none. A null receiver gives null. Main thread only; nothing here raises.
 namespace zr {
 
 class NSColor;
