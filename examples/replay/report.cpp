@@ -1,5 +1,6 @@
 #include "report.h"
 
+#include "fields.h"
 #include "price_text.h"
 #include "table.h"
 
@@ -47,11 +48,9 @@ std::string instrumentTable(const Session& session) {
         if (tracker->quotes() == 0) {
             continue;
         }
-        const std::size_t decimals = tracker->decimals();
-        table.add({printable(tracker->instrument()->symbol()->utf8()), textOf(tracker->instrument()->tick()),
-                   grouped(tracker->quotes()), grouped(tracker->changes()), grouped(tracker->offTick()),
-                   textOf(tracker->lowest(), decimals), textOf(tracker->highest(), decimals),
-                   textOf(tracker->last(), decimals)});
+        const auto text = [&tracker](const char* field) { return printable(fieldNamed(field).text(*tracker)); };
+        table.add({text("instrument"), text("tick"), text("quotes"), text("changes"), text("offTick"), text("low"),
+                   text("high"), text("last")});
     }
     const std::size_t silent = session.trackers().size() - quotedInstruments(session);
     std::string text = quotedInstruments(session) > 0 ? table.text() : "";

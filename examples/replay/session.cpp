@@ -58,12 +58,7 @@ bool Session::run(const std::string& file, Problems& problems, Console& console)
         if (line.number % linesBetweenLooks == 0 && console.wantsProgress()) {
             console.showProgress(progressText(reader, m_quotes));
         }
-        if (isBlank(line.text)) {
-            continue;
-        }
-        if (const auto fault = takeLine(line)) {
-            problems.add(*fault, file, line.number);
-        }
+        take(line, file, problems);
     }
     console.clearProgress();
     m_seconds = std::chrono::duration<double>(Clock::now() - start).count();
@@ -72,6 +67,15 @@ bool Session::run(const std::string& file, Problems& problems, Console& console)
         return false;
     }
     return true;
+}
+
+void Session::take(const Line& line, const std::string& file, Problems& problems) {
+    if (isBlank(line.text)) {
+        return;
+    }
+    if (const auto fault = takeLine(line)) {
+        problems.add(*fault, file, line.number);
+    }
 }
 
 std::optional<Fault> Session::takeLine(const Line& line) {

@@ -18,14 +18,17 @@ class Session {
 
     /// Takes all quotes of the file. False, after a message, when it could not be read to its end.
     [[nodiscard]] bool run(const std::string& file, Problems& problems, Console& console);
+    /// Takes one line of the file; what is wrong with it becomes one of the problems. Blank lines are no quotes.
+    void take(const Line& line, const std::string& file, Problems& problems);
 
     /// Whether any instrument is followed.
     [[nodiscard]] bool hasTrackers() const { return !m_trackers.empty(); }
     /// In the order of the exchange's list.
     [[nodiscard]] const std::vector<zr::Ref<Tracker>>& trackers() const { return m_trackers; }
     [[nodiscard]] std::size_t quotes() const { return m_quotes; }
-    /// For reading, taking and watching the quotes.
+    /// For reading, taking and watching the quotes: what `run` took, or whoever takes them line by line.
     [[nodiscard]] double seconds() const { return m_seconds; }
+    void setSeconds(double seconds) { m_seconds = seconds; }
     /// When the exchange sent the first and the last quote, in milliseconds since 1970; null when none said so.
     [[nodiscard]] zr::NSNumber* firstTime() const { return m_firstTime; }
     [[nodiscard]] zr::NSNumber* lastTime() const { return m_lastTime; }

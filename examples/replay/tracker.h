@@ -24,6 +24,8 @@ class Tracker : public zr::NSObject {
     /// The lowest and the highest of all these prices, and the latest present one; null before the first quote.
     [[nodiscard]] zr::NSDecimalNumber* lowest() const { return m_lowest; }
     [[nodiscard]] zr::NSDecimalNumber* highest() const { return m_highest; }
+    /// The same object all the time, filled anew by every quote: to be observed. Null before `follow`.
+    [[nodiscard]] Quote* latest() const { return m_latest; }
     [[nodiscard]] zr::Ref<zr::NSDecimalNumber> last() const { return m_latest ? m_latest->price() : nullptr; }
     /// The most decimals that a price had.
     [[nodiscard]] std::size_t decimals() const { return m_decimals; }
