@@ -158,6 +158,15 @@ TEST_F(NotificationCenter, refusesWhatHasNothingToShow) {
     EXPECT_EQ(delivered(), "ab") << "nor is a handler";
 }
 
+TEST_F(NotificationCenter, saysWhenNobodyShowsItAndCountsItAsDelivered) {
+    desktop.canShow = false;
+    EXPECT_EQ(add("1"_ns, titled("a")), "UNErrorDomain 1");
+    EXPECT_EQ(delivered(), "a");
+    desktop.canShow = true;
+    EXPECT_EQ(add("1"_ns, titled("b")), "ok");
+    EXPECT_EQ(delivered(), "b");
+}
+
 TEST_F(NotificationCenter, givesANotificationTheButtonsOfItsCategory) {
     center->setNotificationCategories(NSSet::setWithObjects(
         {"no category"_ns, category(nullptr, array({action("n"_ns, "N"_ns)})),
@@ -224,8 +233,8 @@ TEST_F(NotificationCenter, forgetsWhatWasClosedOrRemoved) {
 
 TEST_F(NotificationCenter, isAsItWouldBeWithoutADesktop) {
     toolkit.service = nullptr;
-    EXPECT_EQ(add("1"_ns, titled("a")), "ok");
-    EXPECT_EQ(add("2"_ns, titled("b")), "ok");
+    EXPECT_EQ(add("1"_ns, titled("a")), "UNErrorDomain 1");
+    EXPECT_EQ(add("2"_ns, titled("b")), "UNErrorDomain 1");
     center->removeDeliveredNotificationsWithIdentifiers(array({"1"_ns}));
     EXPECT_EQ(delivered(), "b");
     center->removeAllDeliveredNotifications();

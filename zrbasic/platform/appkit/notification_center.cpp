@@ -15,6 +15,7 @@ namespace {
 
 /// The request has nothing to show.
 constexpr NSInteger noContentCode = 1401;
+constexpr NSInteger notAllowedCode = 1;
 
 bool isNamed(UNNotificationRequest* request, NSString* identifier) {
     const Ref<NSString> own = request->identifier();
@@ -84,8 +85,8 @@ void UNUserNotificationCenter::addNotificationRequest_withCompletionHandler(UNNo
         const Ref<UNNotificationTrigger> trigger = request->trigger();
         if (const auto* const delay = cast<UNTimeIntervalNotificationTrigger>(trigger)) {
             schedule(request, delay->timeInterval());
-        } else {
-            deliver(request);
+        } else if (!deliver(request)) {
+            error = NSError::errorWithDomain_code_userInfo("UNErrorDomain"_ns, notAllowedCode, nullptr);
         }
     } else {
         error = NSError::errorWithDomain_code_userInfo("UNErrorDomain"_ns, noContentCode, nullptr);
@@ -119,7 +120,7 @@ void UNUserNotificationCenter::deliverPending(std::uint64_t serial) {
     deliver(request);
 }
 
-void UNUserNotificationCenter::deliver(UNNotificationRequest* request) {
+bool UNUserNotificationCenter::deliver(UNNotificationRequest* request) {
     const Ref<UNNotification> notification = make<UNNotification>();
     notification->m_date = NSDate::date();
     notification->m_request = request;
@@ -129,7 +130,7 @@ void UNUserNotificationCenter::deliver(UNNotificationRequest* request) {
     }
     // In the list before it is shown: a click may come while it is being posted.
     m_delivered.push_back({notification, key});
-    detail::post(postingOf(request->content(), key), *this);
+    return detail::post(postingOf(request->content(), key), *this);
 }
 
 NotificationPosting UNUserNotificationCenter::postingOf(UNNotificationContent* content,

@@ -30,7 +30,7 @@ class ZR_EXPORT UNUserNotificationCenterDelegate {
 /// Where notifications of the new interface go: delivers them through the toolkit's service with the buttons of their
 /// category, keeps the delivered and the pending ones, and tells the delegate what the user did.
 ///
-/// Without a service nothing is shown, and everything else is as it would be. Handlers are called before the operation
+/// Without a service nothing is shown, which handlers are told, and everything else is as it would be. Handlers are called before the operation
 /// returns, and may be empty. Used on the main thread.
 class ZR_EXPORT UNUserNotificationCenter final : public NSObject, private NotificationReceiver {
     ZR_DECLARE_CLASS(UNUserNotificationCenter, NSObject)
@@ -53,8 +53,8 @@ class ZR_EXPORT UNUserNotificationCenter final : public NSObject, private Notifi
     /// Delivers the request: at once, or when its trigger says so while the main queue runs (see dispatch_queue.h). It
     /// takes the place of a pending or delivered one with an equal identifier.
     ///
-    /// The handler is given null, or an error of domain "UNErrorDomain" and code 1401 when the request is null or has
-    /// no content.
+    /// The handler is given null, or an error of domain "UNErrorDomain": code 1401 when the request is null or has no
+    /// content, code 1 when there was nobody to show it. It counts as delivered all the same then.
     void addNotificationRequest_withCompletionHandler(UNNotificationRequest* request,
                                                       FunctionRef<void(NSError* error)> handler = {});
     /// Gives the `UNNotificationRequest` objects that wait for their trigger, in the order they were added in.
@@ -86,7 +86,8 @@ class ZR_EXPORT UNUserNotificationCenter final : public NSObject, private Notifi
 
     void schedule(UNNotificationRequest* request, NSTimeInterval seconds);
     void deliverPending(std::uint64_t serial);
-    void deliver(UNNotificationRequest* request);
+    /// False when there was nobody to show it.
+    bool deliver(UNNotificationRequest* request);
     [[nodiscard]] NotificationPosting postingOf(UNNotificationContent* content, const Ref<NSString>& key) const;
     void removePending(NSString* identifier);
     /// Takes the one with that identifier out of the list and gives back its key, null when there is none.
