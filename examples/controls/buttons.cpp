@@ -1,6 +1,7 @@
 #include "specimen.h"
 
-#include <zrbasic/platform/appkit/button.h>
+#include <zrbasic/platform/appkit/pop_up_button.h>
+#include <zrbasic/platform/appkit/window.h>
 
 namespace controls {
 namespace {
@@ -32,6 +33,16 @@ Ref<NSButton> radio(const char* title, NSInteger state) {
     return sized(std::move(button));
 }
 
+/// Of how prices are rounded; of what else a desk can do, for one that pulls down.
+Ref<NSPopUpButton> popUp(bool pullsDown) {
+    auto button = make<NSPopUpButton>(&NSPopUpButton::initWithFrame_pullsDown, NSZeroRect, pullsDown);
+    const Ref<NSArray> titles = pullsDown ? NSArray::arrayWithObjects({"Desk"_ns, "Cancel all orders"_ns, "Flatten"_ns})
+                                          : NSArray::arrayWithObjects({"Half to even"_ns, "Down"_ns, "Up"_ns});
+    button->addItemsWithTitles(titles);
+    button->sizeToFit();
+    return button;
+}
+
 } // namespace
 
 Section buttons() {
@@ -61,6 +72,19 @@ Section buttons() {
     const Ref<NSButton> off = check("Reduce only", NSControlStateValueOn);
     off->setEnabled(false);
     specimens.push_back({"button/check-disabled", "check box, disabled", off, {}});
+
+    specimens.push_back({"button/pop-up", "pop-up button", popUp(false), {}});
+
+    const Ref<NSPopUpButton> focused = popUp(false);
+    focused->selectItemAtIndex(1);
+    specimens.push_back({"button/pop-up-focused", "with the keyboard", focused,
+                         [focused] { focused->window()->makeFirstResponder(focused); }, true});
+
+    const Ref<NSPopUpButton> unusable = popUp(false);
+    unusable->setEnabled(false);
+    specimens.push_back({"button/pop-up-disabled", "pop-up button, disabled", unusable, {}});
+
+    specimens.push_back({"button/pull-down", "pull-down", popUp(true), {}});
     return section;
 }
 

@@ -1,10 +1,13 @@
+#include "shades.h"
 #include "specimen.h"
 
 #include <zrbasic/platform/appkit/graphics_context.h>
 #include <zrbasic/platform/appkit/scroll_view.h>
 #include <zrbasic/platform/appkit/split_view.h>
 #include <zrbasic/platform/appkit/tab_view.h>
+#include <zrbasic/platform/appkit/text_attributes.h>
 #include <zrbasic/platform/appkit/text_field.h>
+#include <zrbasic/platform/foundation/dictionary.h>
 #include <zrbasic/platform/foundation/index_set.h>
 #include <zrbasic/ui/box.h>
 #include <zrbasic/ui/collection_view.h>
@@ -17,12 +20,9 @@ namespace {
 
 using namespace zr;
 
-Ref<NSColor> accent() {
-    return NSColor::colorWithRed_green_blue_alpha(0.13, 0.45, 0.85, 1);
-}
-
-Ref<NSColor> pale() {
-    return NSColor::colorWithRed_green_blue_alpha(0.92, 0.95, 0.99, 1);
+Ref<NSAttributedString> line(NSString* text) {
+    return make<NSAttributedString>(&NSAttributedString::initWithString_attributes, text,
+                                    dictionary({{NSForegroundColorAttributeName(), ink()}}).get());
 }
 
 /// One line of text that fills a pane.
@@ -30,12 +30,11 @@ class GalleryPane : public NSView {
     ZR_OBJECT(GalleryPane, NSView)
   public:
     void drawRect(NSRect) override {
-        setFill(color ? color : NSColor::whiteColor());
+        setFill(color ? color : paper());
         NSRectFill(bounds());
-        const Ref<NSAttributedString> shown = make<NSAttributedString>(&NSAttributedString::initWithString, text.get());
         const NSRect all = bounds();
         NSGraphicsContext::currentContext()->canvas().drawText(
-            shown, NSMakeRect(8, all.size.height - 22, all.size.width - 16, 16), true);
+            line(text), NSMakeRect(8, all.size.height - 22, all.size.width - 16, 16), true);
     }
     ZR_METHOD(drawRect, "drawRect:")
 
@@ -65,11 +64,11 @@ class GalleryLines : public NSView {
     [[nodiscard]] bool isFlipped() const override { return true; }
 
     void drawRect(NSRect) override {
-        for (int line = 0; line < 12; ++line) {
-            const Ref<NSString> words = NSString::stringWithFormat("Trade %d at 2241.%02d"_ns, line + 1, 40 + 3 * line);
-            NSGraphicsContext::currentContext()->canvas().drawText(
-                make<NSAttributedString>(&NSAttributedString::initWithString, words.get()),
-                NSMakeRect(8, 4 + 20 * line, 180, 16), true);
+        for (int number = 0; number < 12; ++number) {
+            const Ref<NSString> words =
+                NSString::stringWithFormat("Trade %d at 2241.%02d"_ns, number + 1, 40 + 3 * number);
+            NSGraphicsContext::currentContext()->canvas().drawText(line(words), NSMakeRect(8, 4 + 20 * number, 180, 16),
+                                                                   true);
         }
     }
     ZR_METHOD(drawRect, "drawRect:")

@@ -1,5 +1,7 @@
 #include "gallery.h"
 
+#include "shades.h"
+
 #include <zrbasic/platform/appkit/graphics_context.h>
 #include <zrbasic/platform/appkit/text_field.h>
 
@@ -20,16 +22,16 @@ constexpr double gapBetweenRows = 8;
 constexpr double gapBetweenSections = 24;
 constexpr double captionHeight = 16;
 
-/// White paper with its origin at the upper left.
+/// The paper, with its origin at the upper left.
 class GallerySheet : public NSView {
     ZR_OBJECT(GallerySheet, NSView)
   public:
     [[nodiscard]] bool isFlipped() const override { return true; }
 
     void drawRect(NSRect) override {
-        setFill(NSColor::whiteColor());
+        setFill(shade(NSColor::whiteColor(), NSColor::windowBackgroundColor()));
         NSRectFill(bounds());
-        setFill(NSColor::colorWithWhite_alpha(0.86, 1));
+        setFill(shade(NSColor::colorWithWhite_alpha(0.86, 1), NSColor::separatorColor()));
         for (const NSRect& line : lines) {
             NSRectFill(line);
         }
@@ -68,11 +70,10 @@ double layOut(GallerySheet& sheet, const std::vector<Section*>& sections, double
     const double columnWidth = widthOf(sections);
     const Ref<NSFont> headingFont = NSFont::boldSystemFontOfSize(13);
     const Ref<NSFont> captionFont = NSFont::systemFontOfSize(11);
-    const Ref<NSColor> captionColor = NSColor::colorWithWhite_alpha(0.45, 1);
+    const Ref<NSColor> captionColor = shade(NSColor::colorWithWhite_alpha(0.45, 1), NSColor::secondaryLabelColor());
     double y = margin;
     for (Section* section : sections) {
-        sheet.addSubview(
-            text(section->title, NSMakeRect(x, y, columnWidth, headingHeight), headingFont, NSColor::blackColor()));
+        sheet.addSubview(text(section->title, NSMakeRect(x, y, columnWidth, headingHeight), headingFont, ink()));
         y += headingHeight + 4;
         sheet.lines.push_back(NSMakeRect(x, y, columnWidth, 1));
         y += gapBelowHeading;

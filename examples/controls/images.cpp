@@ -1,3 +1,4 @@
+#include "shades.h"
 #include "specimen.h"
 
 #include <zrbasic/platform/appkit/bezier_path.h>
@@ -61,9 +62,8 @@ constexpr double extent = 28;
 Section images() {
     Section section{"Images", {}};
     auto& specimens = section.specimens;
-    const Ref<NSColor> red = NSColor::colorWithRed_green_blue_alpha(0.80, 0.18, 0.16, 1);
     specimens.push_back(shown("image/plain", "as drawn", arrow(extent)));
-    specimens.push_back(shown("image/tinted", "tinted", imageWithTintColor(arrow(extent), red)));
+    specimens.push_back(shown("image/tinted", "tinted", imageWithTintColor(arrow(extent), alarm())));
     specimens.push_back(shown("image/upside-down", "top to bottom", mirrorRotateInYAxis(arrow(extent))));
     specimens.push_back(shown("image/left-to-right", "left to right", mirrorRotateInXAsix(arrow(extent))));
     specimens.push_back(shown("image/quarter-turn", "turned by 90 degrees", rotateWithAngle(arrow(extent), 90)));
@@ -75,9 +75,8 @@ Section images() {
     label->setDrawsBackground(false);
     const Ref<NSMutableAttributedString> text = make<NSMutableAttributedString>();
     text->append(u"Up ", nullptr);
-    text->appendAttributedString(attributeStringWithOffsetCreator(
-        imageWithTintColor(arrow(12), NSColor::colorWithRed_green_blue_alpha(0.05, 0.50, 0.25, 1)),
-        [] { return NSMakePoint(0, -1); }));
+    text->appendAttributedString(
+        attributeStringWithOffsetCreator(imageWithTintColor(arrow(12), rise()), [] { return NSMakePoint(0, -1); }));
     text->append(u" 3.02 %", nullptr);
     label->setAttributedStringValue(text);
     specimens.push_back({"image/in-text", "in a text", label, {}});

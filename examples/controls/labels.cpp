@@ -1,3 +1,4 @@
+#include "shades.h"
 #include "specimen.h"
 
 #include <zrbasic/platform/appkit/event.h>
@@ -16,10 +17,6 @@ Ref<ZRXLabel> label(const char* text, NSUInteger style) {
     return made;
 }
 
-Ref<NSColor> linkColor() {
-    return NSColor::colorWithRed_green_blue_alpha(0.13, 0.45, 0.85, 1);
-}
-
 Ref<ZRXHTMLLabel> message(double height) {
     const Ref<ZRXHTMLLabel> made = make<ZRXHTMLLabel>(&ZRXHTMLLabel::initWithFrame, NSMakeRect(0, 0, 320, height));
     made->setLinkClickAction([](NSObject*, NSUInteger) {});
@@ -34,15 +31,15 @@ Section labels() {
     specimens.push_back({"label/plain", "plain", label("Last trade 14:32:07", 0), {}});
 
     const Ref<ZRXLabel> hand = label("Hand over all of it", 1);
-    hand->setTextColor(linkColor());
+    hand->setTextColor(accent());
     specimens.push_back({"label/hand", "style 1", hand, {}});
 
     const Ref<ZRXLabel> link = label("Contract details", 2);
-    link->setTextColor(linkColor());
+    link->setTextColor(accent());
     specimens.push_back({"label/link", "style 2", link, {}});
 
     const Ref<ZRXLabel> hovered = label("Contract details", 2);
-    hovered->setTextColor(linkColor());
+    hovered->setTextColor(accent());
     specimens.push_back({"label/hovered", "style 2, pointed at", hovered, [hovered] {
                              EventFields fields;
                              fields.type = NSEventTypeMouseEntered;
@@ -63,10 +60,11 @@ Section labels() {
 Section messages() {
     Section section{"Messages", {}};
     const Ref<ZRXHTMLLabel> html = message(38);
-    html->setHTMLString(
-        "<b>Margin call</b> on <i>ETHUSDT</i>: deposit by <font color=\"#cc2e29\">16:00</font>.<br>"
+    html->setHTMLString(NSString::stringWithFormat(
+        "<b>Margin call</b> on <i>ETHUSDT</i>: deposit by <font color=\"%@\">16:00</font>.<br>"
         "See the <a href=\"https://example.com/rules\">rules</a> and "
-        "<a href=\"https://example.com/desk\">ask the desk</a>."_ns);
+        "<a href=\"https://example.com/desk\">ask the desk</a>."_ns,
+        isDark() ? "#ff736b"_ns : "#cc2e29"_ns));
     section.specimens.push_back({"message/html", "HTML", html, {}});
 
     const Ref<ZRXHTMLLabel> reduced = message(20);

@@ -1,5 +1,6 @@
 #include "gallery.h"
 
+#include <zrbasic/platform/appkit/appearance.h>
 #include <zrbasic/platform/appkit/application.h>
 #include <zrbasic/platform/qt/session.h>
 
@@ -13,7 +14,7 @@
 namespace {
 
 int usage() {
-    std::cerr << "usage: controls [--screenshot FILE]\n";
+    std::cerr << "usage: controls [--dark] [--screenshot FILE]\n";
     return 2;
 }
 
@@ -25,13 +26,19 @@ bool writePicture(zr::NSWindow* window, const char* file) {
 
 } // namespace
 
-// Shows every control in every state; with --screenshot it writes a picture of that and ends.
+// Shows every control in every state, in the dark appearance with --dark; with --screenshot it writes a picture of that
+// and ends.
 int main(int argc, char** argv) {
     const char* file = nullptr;
-    if (argc == 3 && std::strcmp(argv[1], "--screenshot") == 0) {
-        file = argv[2];
-    } else if (argc != 1) {
-        return usage();
+    bool isDark = false;
+    for (int i = 1; i < argc; ++i) {
+        if (std::strcmp(argv[i], "--dark") == 0 && !isDark) {
+            isDark = true;
+        } else if (std::strcmp(argv[i], "--screenshot") == 0 && i + 1 < argc && !file) {
+            file = argv[++i];
+        } else {
+            return usage();
+        }
     }
     if (file) {
         // The picture holds still.
@@ -40,6 +47,10 @@ int main(int argc, char** argv) {
     zr::qt::Session session;
     if (file) {
         QApplication::setCursorFlashTime(0);
+    }
+    if (isDark) {
+        using namespace zr;
+        NSApplication::sharedApplication()->setAppearance(NSAppearance::appearanceNamed(NSAppearanceNameDarkAqua()));
     }
     controls::Gallery gallery;
     gallery.show();

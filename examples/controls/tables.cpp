@@ -1,3 +1,4 @@
+#include "shades.h"
 #include "specimen.h"
 
 #include <zrbasic/platform/appkit/table_view.h>
@@ -51,8 +52,7 @@ class QuoteRows : public NSObject {
         if (!column->identifier()->isEqual("change"_ns) || change == 0) {
             return nullptr;
         }
-        const Ref<NSColor> color = change > 0 ? NSColor::colorWithRed_green_blue_alpha(0.05, 0.50, 0.25, 1)
-                                              : NSColor::colorWithRed_green_blue_alpha(0.80, 0.18, 0.16, 1);
+        const Ref<NSColor> color = change > 0 ? rise() : alarm();
         return make<NSAttributedString>(&NSAttributedString::initWithString_attributes,
                                         value(table, column, index).get(),
                                         dictionary({{NSForegroundColorAttributeName(), color}}).get());

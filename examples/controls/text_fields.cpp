@@ -1,3 +1,4 @@
+#include "shades.h"
 #include "specimen.h"
 
 #include <zrbasic/core/number_formatters.h>
@@ -11,22 +12,17 @@ using namespace zr;
 
 constexpr NSRect fieldFrame = NSMakeRect(0, 0, 200, 26);
 
-Ref<NSColor> accent() {
-    return NSColor::colorWithRed_green_blue_alpha(0.13, 0.45, 0.85, 1);
-}
-
-Ref<NSColor> alarm() {
-    return NSColor::colorWithRed_green_blue_alpha(0.80, 0.18, 0.16, 1);
-}
-
 Ref<NSColor> faint() {
-    return NSColor::colorWithWhite_alpha(0.62, 1);
+    return shade(NSColor::colorWithWhite_alpha(0.62, 1), NSColor::placeholderTextColor());
 }
 
+/// Black text in a light grey border is what these fields come with, in any appearance.
 template <class Field>
 Ref<Field> field(const char* text) {
     const Ref<Field> made = make<Field>(&Field::initWithFrame, fieldFrame);
     made->setStringValue(NSString::fromUtf8(text));
+    made->setTextColor(ink());
+    made->setBorderColor(shade(made->borderColor(), NSColor::colorWithWhite_alpha(0.4, 1)));
     made->setHighlightedBorderColor(accent());
     return made;
 }

@@ -104,12 +104,12 @@ class DrawingRecorder final : public Canvas {
             {"white", NSColor::whiteColor()}, {"light", NSColor::lightGrayColor()}, {"clear", NSColor::clearColor()},
             {"red", NSColor::redColor()},     {"green", NSColor::greenColor()},     {"black", NSColor::blackColor()},
         };
+        const Ref<NSColor> rgb = color->colorUsingColorSpace(NSColorSpace::sRGBColorSpace());
         for (const auto& [name, known] : names) {
-            if (known->isEqual(color)) {
+            if (known->colorUsingColorSpace(NSColorSpace::sRGBColorSpace())->isEqual(rgb)) {
                 return name;
             }
         }
-        const Ref<NSColor> rgb = color->colorUsingColorSpace(NSColorSpace::sRGBColorSpace());
         std::ostringstream out;
         out << std::lround(rgb->redComponent() * 100) << '/' << std::lround(rgb->greenComponent() * 100) << '/'
             << std::lround(rgb->blueComponent() * 100);

@@ -274,6 +274,35 @@ TEST_F(Collections, rowsTakeTurnsInTheBackgroundColours) {
     EXPECT_EQ(collection->backgroundColors()->count(), 0u);
 }
 
+TEST_F(Collections, lieSafelyInAnyExtent) {
+    constexpr double huge = std::numeric_limits<double>::max();
+    for (const double extent : {-5.0, 1e300, huge, double(INFINITY), double(NAN)}) {
+        SCOPED_TRACE(extent);
+        collection->setFrameSize({extent, 300});
+        collection->setItemSpacing({extent, 10});
+        click(7);
+        clickAt({extent, extent});
+        collection->setItemSize({extent, 40});
+        type(0xF701);
+        EXPECT_LE(collection->selectionIndexes()->count(), 1u);
+        collection->setItemSpacing({10, 10});
+        collection->setItemSize({60, 40});
+        collection->setFrameSize({220, 300});
+        EXPECT_EQ(collection->frameForItemAtIndex(7), NSMakeRect(70, 100, 60, 40));
+    }
+}
+
+TEST_F(Collections, coloursAsManyRowsAsAnyScreenHas) {
+    collection->setBackgroundColors(array({NSColor::redColor(), NSColor::greenColor()}));
+    for (const double height : {1e300, double(INFINITY), double(NAN), -5.0}) {
+        SCOPED_TRACE(height);
+        collection->setFrameSize({220, height});
+        EXPECT_LT(drawn(collection).log.size(), 10'000'000u);
+    }
+    collection->setItemSize({10, INFINITY});
+    EXPECT_LT(drawn(collection).log.size(), 10'000'000u);
+}
+
 TEST(Collection, startsWithNothingThatUsersCouldSelect) {
     const Ref<NSCollectionView> collection = make<NSCollectionView>();
     EXPECT_FALSE(collection->isSelectable());

@@ -306,6 +306,30 @@ TEST(ScrollView, aScrollerOutlivesItAndTellsNobody) {
     EXPECT_FALSE(scroller->superview());
 }
 
+TEST(ScrollView, takesADocumentOfAnyExtent) {
+    constexpr double huge = std::numeric_limits<double>::max();
+    for (const double extent : {-5.0, 1e300, huge, double(INFINITY), double(NAN)}) {
+        SCOPED_TRACE(extent);
+        const Ref<NSScrollView> scrolling = make<NSScrollView>(&NSScrollView::initWithFrame, NSMakeRect(0, 0, 99, 99));
+        scrolling->setHasVerticalScroller(true);
+        scrolling->setHasHorizontalScroller(true);
+        const Ref<NSView> document = make<NSView>(&NSView::initWithFrame, NSMakeRect(0, 0, extent, 500));
+        scrolling->setDocumentView(document);
+        document->setFrameSize({500, extent});
+        document->setFrameOrigin({extent, extent});
+        scrolling->scrollWheel(wheel(extent, extent));
+        scrolling->verticalScroller()->setDoubleValue(1);
+        scrolling->scrollerMoved(scrolling->verticalScroller());
+        scrollRectToVisible(document, {{extent, 0}, {10, extent}});
+        document->setFrame({{0, 0}, {99, 200}});
+        EXPECT_NEAR(scrolling->verticalScroller()->knobProportion(), 84.0 / 200, 1e-9) << "and finds its way back";
+        scrolling->setFrame({{0, 0}, {extent, extent}});
+        scrolling->setFrame({{0, 0}, {99, 99}});
+        scrolling->scrollTo({0, 0});
+        EXPECT_EQ(scrolling->documentVisibleRect().size.height, 84);
+    }
+}
+
 TEST(ClipView, drawsItsBackgroundUnlessItIsNotTo) {
     const Ref<NSClipView> clip = make<NSClipView>(&NSClipView::initWithFrame, NSMakeRect(0, 0, 10, 10));
     EXPECT_EQ(drawn(clip).log, "fill 0,0 10x10 white\n");

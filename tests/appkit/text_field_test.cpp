@@ -23,6 +23,17 @@ TEST_F(TextField, isEditableWithABezelOnWhiteAtFirst) {
     EXPECT_EQ(field->cell()->controlView(), field);
 }
 
+TEST_F(TextField, aLabelIsReadOnlyAndAsLargeAsItsText) {
+    test::MeasuringToolkit toolkit;
+    const Ref<NSTextField> label = NSTextField::labelWithString("Price"_ns);
+    EXPECT_EQ(label->stringValue()->utf8(), "Price");
+    EXPECT_FALSE(label->isEditable() || label->isSelectable() || label->isBezeled() || label->drawsBackground());
+    EXPECT_FALSE(label->acceptsFirstResponder());
+    EXPECT_EQ(label->frame().size, label->cell()->cellSize());
+    EXPECT_GE(label->frame().size.width, 50);
+    EXPECT_EQ(NSTextField::labelWithString(nullptr)->stringValue()->utf8(), "");
+}
+
 TEST_F(TextField, isEditedFromWhenItBecomesFirstResponder) {
     field->setStringValue("abc"_ns);
     EXPECT_TRUE(window->makeFirstResponder(field));

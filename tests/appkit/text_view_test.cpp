@@ -2,10 +2,12 @@
 
 #include "../foundation/checks.h"
 #include "canvas_testing.h"
+#include "measuring_testing.h"
 #include "text_listening.h"
 #include "text_toolkit.h"
 
 #include <zrbasic/platform/appkit/layout_manager.h>
+#include <zrbasic/platform/appkit/scroll_view.h>
 #include <zrbasic/platform/appkit/text_attributes.h>
 #include <zrbasic/platform/foundation/null.h>
 #include <zrbasic/platform/runtime/message.h>
@@ -168,6 +170,42 @@ TEST_F(TextView, isAsLargeAsItsTextNaturallyIs) {
     EXPECT_EQ(view->intrinsicContentSize(), NSZeroSize);
     view->setString("abc\nd"_ns);
     EXPECT_EQ(view->intrinsicContentSize(), (NSSize{28, 20}));
+}
+
+TEST_F(TextView, isAsHighAsItsTextWhenItMayBe) {
+    test::MeasuringToolkit toolkit;
+    view->setFrame({{0, 0}, {50, 40}});
+    view->setString("abc\nabc\nabc"_ns);
+    EXPECT_EQ(view->frame().size, (NSSize{50, 40})) << "not unless it is told to";
+    view->setVerticallyResizable(true);
+    EXPECT_TRUE(view->isVerticallyResizable());
+    EXPECT_EQ(view->frame().size, (NSSize{50, 45}));
+    view->setString("abc"_ns);
+    EXPECT_EQ(view->frame().size, (NSSize{50, 15}));
+    view->setFrameSize({20, 300});
+    EXPECT_EQ(view->frame().size, (NSSize{20, 45})) << "one letter to the line";
+    view->setString(""_ns);
+    EXPECT_EQ(view->frame().size.height, 0);
+    view->setVerticallyResizable(false);
+    view->setFrameSize({20, 300});
+    EXPECT_EQ(view->frame().size, (NSSize{20, 300}));
+}
+
+TEST_F(TextView, isAtLeastAsHighAsWhatClipsItWhenItMayBe) {
+    test::MeasuringToolkit toolkit;
+    const auto scrolling = make<NSScrollView>(&NSScrollView::initWithFrame, NSMakeRect(0, 0, 50, 40));
+    view->setFrame({{0, 0}, {50, 40}});
+    view->setVerticallyResizable(true);
+    view->setAutoresizingMask(NSViewWidthSizable | NSViewHeightSizable);
+    scrolling->setDocumentView(view);
+    view->setString("abc"_ns);
+    EXPECT_EQ(view->frame().size, (NSSize{50, 40}));
+    view->setString("abc\nabc\nabc\nabc"_ns);
+    EXPECT_EQ(view->frame().size, (NSSize{50, 60}));
+    scrolling->setFrameSize({50, 80});
+    EXPECT_EQ(view->frame().size, (NSSize{50, 80}));
+    scrolling->setFrameSize({30, 30});
+    EXPECT_EQ(view->frame().size, (NSSize{30, 120})) << "two letters to the line";
 }
 
 TEST_F(TextView, leavesAClickOnALinkToItsDelegate) {

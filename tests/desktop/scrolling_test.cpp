@@ -72,5 +72,18 @@ TEST_F(ScrollerOnDesktop, theWheelScrollsBeneathIt) {
     EXPECT_TRUE(becomes([this, lower] { return top() < lower; }));
 }
 
+TEST_F(ScrollerOnDesktop, aPlainViewThatBansClicksKeepsTheMouseFromIt) {
+    const auto lid = make<ZRXView>(&ZRXView::initWithFrame, NSMakeRect(0, 0, 10, 10));
+    window->contentView()->addSubview(lid);
+    lid->setBannedMouseClick(true);
+    click(below(90));
+    click(below(50), "5");
+    QTest::qWait(100);
+    EXPECT_EQ(top(), 0);
+    lid->setBannedMouseClick(false);
+    click(below(90));
+    EXPECT_TRUE(becomes([this] { return top() == 90; })) << top();
+}
+
 } // namespace
 } // namespace zr

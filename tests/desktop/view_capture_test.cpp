@@ -126,5 +126,25 @@ TEST_F(ViewCaptures, leaveOutWhatLiesBehindTheWindow) {
     EXPECT_EQ(pixel(40, 78), nothing) << "below the window, where the other one shows";
 }
 
+TEST_F(ViewCaptures, areTransparentBeyondTheScreen) {
+    const auto edge = showWindow(NSMakeRect(100, -100, 300, 200), "Edge"_ns);
+    const auto low = colored({{0, 0}, {300, 200}}, NSColor::redColor());
+    edge->contentView()->addSubview(low);
+    const auto at = [&low](NSInteger y) {
+        const auto bitmap = screenCachedImage(low)->bestRepresentation();
+        return bitmap ? bitmap->pixelAtX_y(150, y) : Pixel{1, 2, 3, 4};
+    };
+    ASSERT_TRUE(becomes([&] {
+        edge->setFrameOrigin({100, -100});
+        QTest::qWait(50);
+        return convertRectToScreen(low).origin.y < -50 && at(1) == red;
+    })) << convertRectToScreen(low).origin.y;
+    EXPECT_EQ(screenCachedImage(low)->size(), NSMakeSize(300, 200));
+    const auto seen = static_cast<NSInteger>(NSMaxY(convertRectToScreen(low)));
+    EXPECT_EQ(at(seen - 1), red);
+    EXPECT_EQ(at(seen + 1), nothing) << "below the screen";
+    EXPECT_EQ(at(199), nothing);
+}
+
 } // namespace
 } // namespace zr

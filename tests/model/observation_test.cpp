@@ -127,6 +127,20 @@ TEST(BlockObservation, sharesOneClassAndLeavesOthersAlone) {
     EXPECT_EQ(log, "second:->n ");
 }
 
+TEST(BlockObservation, neverSwitchesAnObjectBack) {
+    const auto observed = make<Observed>();
+    auto observer = make<NSObject>();
+    std::string log;
+    addObserver_forKeyPath_withBlock(observed, observer, "price"_ns, logTo(log, "p"));
+    observer = nullptr;
+    observed->setPrice(box(1));
+    EXPECT_EQ(log, "");
+    ASSERT_EQ(registrationsOf(observed, "price"_ns)->count(), 0U) << "nobody is left";
+    EXPECT_STREQ(object_getClassName(observed), "__ZRXIncised_Observed");
+    observed->setPrice(box(2));
+    EXPECT_EQ(text(observed->price()), "2");
+}
+
 TEST(BlockObservation, callsTheNewestRegistrationFirst) {
     const auto observed = make<Observed>();
     const auto observer = make<NSObject>();

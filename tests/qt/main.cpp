@@ -1,6 +1,7 @@
 #include "session_testing.h"
 
 #include <QApplication>
+#include <QTemporaryDir>
 
 #include <gtest/gtest.h>
 
@@ -22,6 +23,9 @@ int main(int argc, char** argv) {
           "QT_FONT_DPI", "QT_USE_PHYSICAL_DPI", "QT_STYLE_OVERRIDE", "QT_QPA_PLATFORMTHEME"}) {
         qunsetenv(setting);
     }
+    // What is saved here is not the user's.
+    const QTemporaryDir settings;
+    qputenv("XDG_CONFIG_HOME", settings.path().toUtf8());
     QApplication application(argc, argv);
     // Nothing blinks in a picture.
     QApplication::setCursorFlashTime(0);

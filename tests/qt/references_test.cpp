@@ -1,6 +1,7 @@
 #include "pictures.h"
 
 #include "../../examples/controls/specimen.h"
+#include "../appkit/appearance_testing.h"
 
 #include <zrbasic/platform/appkit/window.h>
 #include <zrbasic/platform/qt/session.h>
@@ -37,15 +38,16 @@ std::vector<std::string> specimenNames() {
     return names;
 }
 
-/// The control on white, at one, one and a half and two pixels a point, side by side.
-QImage pictureAtAllScales(QWidget& widget) {
-    const QImage pictures[] = {pictureOf(widget, 1), pictureOf(widget, 1.5), pictureOf(widget, 2)};
+/// The control on that ground, at those pixels a point, side by side.
+QImage pictureAtScales(QWidget& widget, const QColor& ground, std::initializer_list<double> scales) {
+    std::vector<QImage> pictures;
     QSize size;
-    for (const QImage& picture : pictures) {
+    for (const double scale : scales) {
+        const QImage& picture = pictures.emplace_back(pictureOf(widget, scale));
         size = QSize(size.width() + picture.width(), std::max(size.height(), picture.height()));
     }
     QImage all(size, QImage::Format_ARGB32);
-    all.fill(Qt::white);
+    all.fill(ground);
     QPainter painter(&all);
     int x = 0;
     for (const QImage& picture : pictures) {
@@ -55,26 +57,57 @@ QImage pictureAtAllScales(QWidget& widget) {
     return all;
 }
 
-class ReferencePictures : public testing::TestWithParam<std::string> {};
+/// In a window of its own, in its state.
+class ReferencePictures : public testing::TestWithParam<std::string> {
+  protected:
+    ~ReferencePictures() override {
+        if (m_window) {
+            m_window->close();
+        }
+    }
 
-TEST_P(ReferencePictures, showTheControlInThisState) {
-    const controls::Specimen specimen = specimenNamed(GetParam());
-    ASSERT_TRUE(specimen.view);
-    const NSSize size = specimen.view->frame().size;
-    const Ref<NSWindow> window = make<NSWindow>(&NSWindow::initWithContentRect_styleMask,
-                                                NSMakeRect(40, 40, size.width + 2 * margin, size.height + 2 * margin),
-                                                NSUInteger{NSWindowStyleMaskTitled});
-    specimen.view->setFrameOrigin(NSMakePoint(margin, margin));
-    window->contentView()->addSubview(specimen.view);
-    window->makeKeyAndOrderFront(nullptr);
-    if (specimen.pose) {
-        specimen.pose();
+    void show();
+
+    /// Null unless it is shown.
+    QWidget* content = nullptr;
+
+  private:
+    /// Keeps what the view does not.
+    controls::Specimen m_specimen;
+    Ref<NSWindow> m_window;
+};
+
+void ReferencePictures::show() {
+    m_specimen = specimenNamed(GetParam());
+    ASSERT_TRUE(m_specimen.view);
+    const NSSize size = m_specimen.view->frame().size;
+    m_window = make<NSWindow>(&NSWindow::initWithContentRect_styleMask,
+                              NSMakeRect(40, 40, size.width + 2 * margin, size.height + 2 * margin),
+                              NSUInteger{NSWindowStyleMaskTitled});
+    m_specimen.view->setFrameOrigin(NSMakePoint(margin, margin));
+    m_window->contentView()->addSubview(m_specimen.view);
+    m_window->makeKeyAndOrderFront(nullptr);
+    if (m_specimen.pose) {
+        m_specimen.pose();
     }
     QApplication::processEvents();
-    QWidget* const content = qt::widget(window->contentView());
+    content = qt::widget(m_window->contentView());
+}
+
+TEST_P(ReferencePictures, showTheControlInThisState) {
+    show();
     ASSERT_NE(content, nullptr);
-    EXPECT_TRUE(looksLikeReference(pictureAtAllScales(*content), QString::fromStdString(GetParam())));
-    window->close();
+    const QImage picture = pictureAtScales(*content, Qt::white, {1, 1.5, 2});
+    EXPECT_TRUE(looksLikeReference(picture, QString::fromStdString(GetParam())));
+}
+
+TEST_P(ReferencePictures, showTheControlInTheDarkAsWell) {
+    const InAppearance dark(NSAppearanceNameDarkAqua());
+    show();
+    ASSERT_NE(content, nullptr);
+    const QColor ground = content->window()->palette().color(QPalette::Window);
+    EXPECT_TRUE(
+        looksLikeReference(pictureAtScales(*content, ground, {1}), QString::fromStdString(GetParam()) + "-dark"));
 }
 
 INSTANTIATE_TEST_SUITE_P(Controls, ReferencePictures, testing::ValuesIn(specimenNames()), [](const auto& tested) {

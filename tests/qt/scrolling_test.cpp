@@ -1,15 +1,29 @@
 #include "view_testing.h"
 
+#include <zrbasic/platform/appkit/bitmap_image_rep.h>
+#include <zrbasic/platform/appkit/button.h>
+#include <zrbasic/platform/appkit/image.h>
 #include <zrbasic/platform/appkit/scroll_view.h>
 #include <zrbasic/ui/box.h>
 #include <zrbasic/ui/collection_view.h>
 #include <zrbasic/ui/plain_view.h>
 #include <zrbasic/ui/scroller.h>
+#include <zrbasic/ui/text_field.h>
+#include <zrbasic/ui/view.h>
 
 #include <QImage>
 
 namespace zr::test {
 namespace {
+
+class PressListener : public NSObject {
+    ZR_OBJECT(PressListener, NSObject)
+  public:
+    void pressed(NSObject*) { ++presses; }
+    ZR_METHOD(pressed, "pressed:")
+
+    int presses = 0;
+};
 
 /// A scroll view of 200 by 100 at (50, 100) in the window, over a document of 200 by 1000 that is red at its beginning.
 class ScrollingOnScreen : public ViewWindow {
@@ -99,6 +113,85 @@ TEST_F(ScrollingOnScreen, aThinScrollerFloatsOverTheDocumentAndIsDragged) {
     EXPECT_NEAR(top(), 900, 1e-6);
 }
 
+TEST_F(ScrollingOnScreen, aThinScrollerAtTheBottomIsDraggedSideways) {
+    const Ref<ZRXScroller> scroller = make<ZRXScroller>(&ZRXScroller::initWithFrame, NSMakeRect(0, 0, 100, 10));
+    scroller->setKnobColor(NSColor::blueColor());
+    scroller->setScrollBackgroundColor(NSColor::greenColor());
+    scrolling->setScrollerStyle(NSScrollerStyleOverlay);
+    scrolling->setHorizontalScroller(scroller);
+    scrolling->setHasHorizontalScroller(true);
+    document->setFrame({{0, 0}, {1000, 100}});
+    show();
+    ASSERT_EQ(scroller->frame(), NSMakeRect(0, 90, 200, 10));
+    const auto left = [this] { return scrolling->documentVisibleRect().origin.x; };
+    // The knob is 40 long and 7 high, at the lower edge of the slot.
+    EXPECT_EQ(colorAt(70, 101), QColor(Qt::blue));
+    EXPECT_EQ(colorAt(70, 105), QColor(Qt::blue));
+    EXPECT_EQ(colorAt(70, 108), QColor(0, 255, 0)) << "the slot above it";
+    EXPECT_EQ(colorAt(200, 101), QColor(0, 255, 0));
+    press(70, 105);
+    QTest::mouseMove(handle(), pixel(70 + 80, 150));
+    EXPECT_NEAR(left(), 400, 1e-6) << "wherever the pointer is across the slot";
+    QTest::mouseMove(handle(), pixel(1, 105));
+    EXPECT_EQ(left(), 0);
+    QTest::mouseMove(handle(), pixel(390, 105));
+    EXPECT_EQ(left(), 800);
+    release(390, 105);
+    click(60, 105);
+    EXPECT_EQ(left(), 800 - 190) << "a page";
+}
+
+TEST_F(ScrollingOnScreen, aHiddenKnobCanStillBeGrippedAndOnlyItsSlotIsSeen) {
+    const Ref<ZRXScroller> scroller = make<ZRXScroller>(&ZRXScroller::initWithFrame, NSMakeRect(0, 0, 10, 100));
+    scroller->setKnobColor(NSColor::blueColor());
+    scroller->setHideKnob(true);
+    scrolling->setScrollerStyle(NSScrollerStyleOverlay);
+    scrolling->setVerticalScroller(scroller);
+    scrolling->setHasVerticalScroller(true);
+    show();
+    EXPECT_EQ(colorAt(245, 191), QColor(Qt::red)) << "no knob, and no slot without a colour";
+    scroller->setScrollBackgroundColor(NSColor::greenColor());
+    EXPECT_EQ(colorAt(245, 191), QColor(0, 255, 0));
+    EXPECT_EQ(colorAt(245, 120), QColor(0, 255, 0));
+    scroller->setHideKnob(false);
+    EXPECT_EQ(colorAt(245, 191), QColor(Qt::blue));
+    scroller->setHideKnob(true);
+    press(245, 191);
+    QTest::mouseMove(handle(), pixel(245, 150));
+    release(245, 150);
+    EXPECT_NEAR(top(), 450, 1e-6);
+}
+
+TEST_F(ScrollingOnScreen, aSnapshotShowsWhatIsScrolledToAndTheScroller) {
+    const Ref<ZRXScroller> scroller = make<ZRXScroller>(&ZRXScroller::initWithFrame, NSMakeRect(0, 0, 10, 100));
+    scroller->setKnobColor(NSColor::blueColor());
+    scrolling->setScrollerStyle(NSScrollerStyleOverlay);
+    scrolling->setVerticalScroller(scroller);
+    scrolling->setHasVerticalScroller(true);
+    for (const bool isShown : {false, true}) {
+        SCOPED_TRACE(isShown);
+        if (isShown) {
+            show();
+        }
+        scrolling->scrollTo({0, 0});
+        settle();
+        const auto at = [&](NSInteger x, NSInteger y) {
+            const Ref<NSBitmapImageRep> picture = zr_snapShot(scrolling)->bestRepresentation();
+            return picture->pixelAtX_y(x, y);
+        };
+        constexpr NSBitmapImageRep::Pixel red{255, 0, 0, 255};
+        constexpr NSBitmapImageRep::Pixel blue{0, 0, 255, 255};
+        EXPECT_EQ(at(10, 48), red);
+        EXPECT_NE(at(10, 52), red);
+        EXPECT_EQ(at(196, 8), blue);
+        scrolling->scrollTo({0, 30});
+        settle();
+        EXPECT_EQ(at(10, 18), red);
+        EXPECT_NE(at(10, 22), red);
+        EXPECT_NE(at(196, 1), blue);
+    }
+}
+
 TEST_F(ScrollingOnScreen, aClickInTheSlotTurnsAPage) {
     scrolling->setHasVerticalScroller(true);
     show();
@@ -133,6 +226,39 @@ TEST_F(ScrollingOnScreen, aPlainViewThatBansClicksTakesThoseForEverythingBehindI
     lid->setBannedMouseClick(true);
     click(60, 190);
     EXPECT_EQ(mark->take(), "");
+}
+
+TEST_F(ScrollingOnScreen, aPlainViewThatBansClicksKeepsThemFromFieldsAndButtons) {
+    const Ref<ZRXView> lid = make<ZRXView>(&ZRXView::initWithFrame, NSMakeRect(300, 100, 90, 90));
+    const Ref<ZRXTextField> field = make<ZRXTextField>(&ZRXTextField::initWithFrame, NSMakeRect(0, 0, 80, 24));
+    const Ref<PressListener> listener = make<PressListener>();
+    const Ref<NSButton> button = make<NSButton>(&NSButton::initWithFrame, NSMakeRect(300, 20, 80, 24));
+    button->setTarget(listener);
+    button->setAction("pressed:"_sel);
+    lid->addSubview(field);
+    content->addSubview(button);
+    content->addSubview(lid);
+    show();
+    click(340, 32);
+    EXPECT_EQ(listener->presses, 1);
+    click(340, 180);
+    EXPECT_TRUE(field->currentEditor());
+    window->makeFirstResponder(nullptr);
+    lid->setBannedMouseClick(true);
+    for (const Qt::MouseButton key : {Qt::LeftButton, Qt::RightButton, Qt::MiddleButton}) {
+        click(340, 180, key);
+        click(340, 32, key);
+    }
+    QTest::mouseDClick(handle(), Qt::LeftButton, {}, pixel(340, 180));
+    EXPECT_FALSE(field->currentEditor());
+    EXPECT_EQ(QApplication::activePopupWidget(), nullptr);
+    EXPECT_EQ(listener->presses, 1);
+    lid->setHidden(true);
+    click(340, 32);
+    EXPECT_EQ(listener->presses, 1) << "a hidden one does so, too";
+    lid->setBannedMouseClick(false);
+    click(340, 32);
+    EXPECT_EQ(listener->presses, 2);
 }
 
 TEST_F(ScrollingOnScreen, itemsOfACollectionAreSelectedByClicksAndArrowKeys) {

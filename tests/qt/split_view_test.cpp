@@ -1,6 +1,7 @@
 #include "view_testing.h"
 
 #include <zrbasic/platform/appkit/split_view.h>
+#include <zrbasic/ui/view.h>
 
 namespace zr::test {
 namespace {
@@ -88,6 +89,22 @@ TEST_F(SplitViewOnScreen, followsItsWindow) {
     settle();
     EXPECT_EQ(widgetOf(left)->width() + widgetOf(right)->width(), 200);
     EXPECT_EQ(widgetOf(right)->x(), widgetOf(left)->width() + 1);
+}
+
+TEST_F(SplitViewOnScreen, theViewThatIsPreferredKeepsItsWidthWhereThereIsLittleRoom) {
+    displayPriorityGreaterThan(right, left);
+    split->setFrameSize({251, 100});
+    settle();
+    EXPECT_EQ(widgetOf(left)->width(), 51);
+    EXPECT_EQ(widgetOf(right)->geometry(), QRect(52, 0, 199, 100));
+    displayPriorityGreaterThan(left, right);
+    settle();
+    EXPECT_EQ(widgetOf(left)->width(), 100);
+    EXPECT_EQ(widgetOf(right)->geometry(), QRect(101, 0, 150, 100));
+    split->setFrameSize({500, 100});
+    settle();
+    EXPECT_EQ(widgetOf(right)->width(), 199) << "and what is too much goes to the one that gave way";
+    EXPECT_EQ(widgetOf(left)->width(), 300);
 }
 
 } // namespace

@@ -2,9 +2,13 @@
 
 #include <zrbasic/platform/appkit/cursor.h>
 #include <zrbasic/platform/foundation/dictionary.h>
+#include <zrbasic/ui/view.h>
 
 #include <QPushButton>
 #include <QVBoxLayout>
+
+#include <limits>
+#include <utility>
 
 namespace zr::test {
 namespace {
@@ -66,6 +70,37 @@ TEST_F(Tracking, aPartOfAViewIsTrackedUnderWhatLiesOnIt) {
     moveTo(155, 120);
     EXPECT_EQ(view->take(), "exited ");
     EXPECT_EQ(child->take(), "");
+}
+
+TEST_F(Tracking, aManagedAreaTakesThePlaceOfTheOneBefore) {
+    zr_addTrackingArea(view);
+    zr_addTrackingAreaWithRect(view, {{0, 0}, {50, 100}});
+    moveTo(170, 150);
+    EXPECT_EQ(view->take(), "") << "the first one is gone";
+    moveTo(120, 150);
+    EXPECT_EQ(view->take(), "entered ") << "once, by the one that is there";
+    moveTo(170, 150);
+    EXPECT_EQ(view->take(), "exited ");
+}
+
+TEST_F(Tracking, aManagedAreaMayBeOfAnyExtent) {
+    constexpr double infinite = std::numeric_limits<double>::infinity();
+    constexpr double none = std::numeric_limits<double>::quiet_NaN();
+    const std::pair<NSRect, const char*> rows[] = {
+        {{{none, 0}, {10, 10}}, ""},
+        {{{0, 0}, {100, none}}, ""},
+        {{{0, 0}, {0, 100}}, ""},
+        {{{50, 50}, {-50, -50}}, ""},
+        {{{-1e300, -1e300}, {2e300, 2e300}}, "entered exited "},
+        {{{0, 0}, {infinite, infinite}}, "entered exited "},
+    };
+    for (const auto& [rect, expected] : rows) {
+        SCOPED_TRACE(rect.origin.x);
+        zr_addTrackingAreaWithRect(view, rect);
+        moveTo(120, 120);
+        moveTo(10, 10);
+        EXPECT_EQ(view->take(), expected);
+    }
 }
 
 TEST_F(Tracking, theEdgesOfAnAreaBelongToItAsThoseOfAViewDo) {

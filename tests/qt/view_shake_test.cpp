@@ -145,5 +145,38 @@ TEST_F(ViewShakes, whatCannotBePlayedIsOverAtOnce) {
     EXPECT_EQ(view->layer()->animationForKey("turn"_ns), turn) << "kept, and not played";
 }
 
+TEST_F(ViewShakes, areSafeForAnyAnchorAngleAndExtent) {
+    show();
+    const auto turn = CAKeyframeAnimation::animationWithKeyPath("transform.rotation.z"_ns);
+    turn->setDuration(1000);
+    for (const double number : {1e300, -1e300, double(INFINITY), double(NAN)}) {
+        SCOPED_TRACE(number);
+        turn->setValues(array({box(1e300), box(-1e300)}));
+        view->layer()->setAnchorPoint({number, number});
+        view->layer()->addAnimation_forKey(turn, "turn"_ns);
+        ASSERT_NE(effect(), nullptr);
+        at(50, 30);
+        view->layer()->removeAnimationForKey("turn"_ns);
+        view->setFrameSize({number, 0});
+        beginShakeAnimation(view);
+        at(50, 30);
+        view->setFrameSize({100, 60});
+        EXPECT_TRUE(eventually([this] { return !effect(); }));
+        EXPECT_EQ(at(99, 59), QColor(Qt::red));
+    }
+}
+
+TEST_F(ViewShakes, goOnWhenTheViewIsTakenOutAndPutElsewhere) {
+    show();
+    beginShakeAnimation(view);
+    const auto other = add({{0, 0}, {300, 200}});
+    view->removeFromSuperview();
+    other->addSubview(view);
+    settle();
+    EXPECT_TRUE(eventually([this] { return !effect() && !animation(); }));
+    EXPECT_EQ(widgetOf(view)->graphicsEffect(), nullptr);
+    EXPECT_EQ(view->frame(), NSMakeRect(100, 100, 100, 60));
+}
+
 } // namespace
 } // namespace zr::test

@@ -10,7 +10,10 @@
 
 #include <algorithm>
 #include <cmath>
+#include <functional>
+#include <limits>
 #include <memory>
+#include <utility>
 
 namespace zr::test {
 namespace {
@@ -138,6 +141,70 @@ TEST(ViewSnapshots, doNotCountHowOpaqueTheViewItselfIs) {
     EXPECT_EQ(at(zr_snapShot(view), 1, 1), red);
     EXPECT_NEAR(at(zr_snapShot(around), 1, 1).alpha, 128, 1);
     EXPECT_NEAR(at(zr_snapShot(around), 1, 1).alpha, 128, 1) << "and it stays as it was";
+}
+
+TEST(ViewSnapshots, areSafeForAnyExtent) {
+    constexpr double huge = std::numeric_limits<double>::max();
+    for (const double extent : {-5.0, 0.0, 1e300, huge, double(INFINITY), double(NAN)}) {
+        SCOPED_TRACE(extent);
+        const auto around = loggingView({{0, 0}, {40, 20}});
+        const auto view = halves({{0, 0}, {extent, 20}});
+        around->addSubview(view);
+        EXPECT_EQ(zr_snapShot(view)->representations()->count(), 0u);
+        EXPECT_EQ(zr_snapShotWithRect(view, {{extent, extent}, {8, 8}})->representations()->count(), 1u);
+        EXPECT_LE(zr_snapShotWithInsets(view, {extent, extent, extent, extent})->representations()->count(), 1u);
+        EXPECT_EQ(zr_snapShot(around)->representations()->count(), 1u);
+        view->setBoundsOrigin({extent, extent});
+        view->setFrame({{extent, extent}, {10, 10}});
+        EXPECT_EQ(zr_snapShot(view)->representations()->count(), 1u);
+        EXPECT_EQ(zr_snapShot(around)->representations()->count(), 1u);
+    }
+}
+
+TEST(ViewSnapshots, showAllOfAViewThatIsLargerThanAnyPicture) {
+    for (const double extent : {40'000.0, 1e6}) {
+        SCOPED_TRACE(extent);
+        const auto image = zr_snapShotWithRect(halves({{0, 0}, {extent, 20}}), {{0, 0}, {8, 8}});
+        EXPECT_EQ(at(image, 1, 7), blue);
+        EXPECT_EQ(at(image, 3, 1), red);
+        EXPECT_EQ(at(image, 4, 1), green);
+        EXPECT_EQ(at(image, 7, 7), green);
+    }
+}
+
+/// Leaves while it is drawn.
+class FleetingView : public NSView {
+    ZR_OBJECT(FleetingView, NSView)
+  public:
+    void drawRect(NSRect) override {
+        if (onDraw) {
+            std::exchange(onDraw, nullptr)();
+        }
+    }
+    std::function<void()> onDraw;
+};
+
+TEST(ViewSnapshots, areTakenOfViewsThatLeaveMeanwhile) {
+    const auto around = loggingView({{0, 0}, {40, 20}});
+    around->color = NSColor::greenColor();
+    const auto add = [&around] {
+        const auto view = make<FleetingView>(&NSView::initWithFrame, NSMakeRect(0, 0, 10, 10));
+        view->onDraw = [left = Weak<NSView>(view)] {
+            if (const Ref<NSView> living = left.lock()) {
+                living->removeFromSuperview();
+            }
+        };
+        around->addSubview(view);
+        return Weak<NSView>(view);
+    };
+    const Weak<NSView> first = add();
+    EXPECT_EQ(at(zr_snapShot(around), 30, 5), green);
+    settle();
+    EXPECT_EQ(first.lock(), nullptr);
+    const Weak<NSView> second = add();
+    EXPECT_EQ(zr_snapShot(second.lock())->representations()->count(), 1u);
+    settle();
+    EXPECT_EQ(around->subviews()->count(), 0u);
 }
 
 /// Has something to draw with and no peers.

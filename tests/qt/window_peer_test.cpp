@@ -271,6 +271,23 @@ TEST_F(WindowPeers, aShakeMovesTheWidgetAloneAndEndsAtTheFrame) {
     EXPECT_EQ(host()->geometry(), before);
 }
 
+TEST_F(WindowPeers, aWidgetMayGoWhileItShakes) {
+    show();
+    const NSPoint ways[] = {{100, 100}, {140, 100}, {60, 100}, {100, 100}};
+    window->peer()->playFrameOrigins(ways, 60);
+    ASSERT_FALSE(host()->findChildren<QVariantAnimation*>().isEmpty());
+    delete host();
+    EXPECT_EQ(host(), nullptr);
+    window->orderFront(nullptr);
+    ASSERT_NE(host(), nullptr);
+    window->setFrameOrigin({200, 150});
+    EXPECT_TRUE(eventually([&] {
+        return host()->geometry() == desktop(window->contentRectForFrameRect(window->frame()));
+    })) << "what shook is gone, and nothing keeps the new one from its place";
+    window->peer()->playFrameOrigins(ways, 60);
+    window->close();
+}
+
 TEST_F(WindowPeers, aMiniaturizedWindowComesBack) {
     show();
     window->miniaturize(nullptr);

@@ -39,6 +39,29 @@ TEST(PlainCollection, aClickOnEmptySpaceCannotClearTheSelection) {
     EXPECT_TRUE(collection->selectionIndexes()->containsIndex(0));
 }
 
+TEST(PlainCollection, noClickAndNoKeyTakesBackTheLastSelection) {
+    const Ref<ZRXCollectionView> collection = plainCollection();
+    collection->setContent(array({"a"_ns, "b"_ns}));
+    const auto click = [&](double x, double fromTop, NSUInteger keys) {
+        collection->mouseDown(mouseEvent(NSEventTypeLeftMouseDown, x, 300 - fromTop, keys));
+    };
+    click(150, 50, 0);
+    ASSERT_TRUE(collection->selectionIndexes()->containsIndex(1));
+    for (const NSUInteger keys : {NSUInteger{NSEventModifierFlagCommand}, NSUInteger{NSEventModifierFlagShift},
+                                  NSUInteger{NSEventModifierFlagCommand | NSEventModifierFlagShift}}) {
+        SCOPED_TRACE(keys);
+        click(150, 50, keys);
+        EXPECT_EQ(collection->selectionIndexes()->count(), 1u);
+        click(150, 290, keys);
+        EXPECT_EQ(collection->selectionIndexes()->count(), 1u);
+        click(-5, std::numeric_limits<double>::quiet_NaN(), keys);
+        EXPECT_EQ(collection->selectionIndexes()->count(), 1u);
+    }
+    EXPECT_TRUE(collection->selectionIndexes()->containsIndex(1));
+    click(50, 50, NSEventModifierFlagCommand);
+    EXPECT_TRUE(collection->selectionIndexes()->isEqual(NSIndexSet::indexSetWithIndex(0)));
+}
+
 TEST(PlainCollection, makesTheScrollersFloatWhereItLiesWhenItIsSetUpAndNotLater) {
     const Ref<NSScrollView> scrolling = make<NSScrollView>(&NSScrollView::initWithFrame, NSMakeRect(0, 0, 150, 100));
     scrolling->setDocumentView(plainCollection());

@@ -2,6 +2,9 @@
 
 #include "../appkit/scroller_testing.h"
 
+#include <zrbasic/platform/foundation/key_value_coding.h>
+#include <zrbasic/platform/foundation/number.h>
+
 namespace zr {
 namespace {
 
@@ -71,6 +74,28 @@ TEST(PlainView, aPressGoesOnToTheViewThatItLiesIn) {
     EXPECT_TRUE(view->respondsToSelector("prepareForReuse"_sel));
     send<void>(view, "prepareForReuse"_sel);
     EXPECT_EQ(root->presses, 1);
+}
+
+TEST(PlainView, isOpaqueAndShownAgainBeforeItIsReused) {
+    const Ref<ZRXView> view = plainView({{0, 0}, {9, 9}});
+    view->setAlphaValue(0.25);
+    view->setHidden(true);
+    send<void>(view, "prepareForReuse"_sel);
+    EXPECT_EQ(view->alphaValue(), 1);
+    EXPECT_FALSE(view->isHidden());
+    view->setHidden(true);
+    view->prepareForReuse();
+    EXPECT_FALSE(view->isHidden());
+}
+
+TEST(PlainView, clicksCanBeBannedByName) {
+    const Ref<ZRXView> view = plainView({{0, 0}, {9, 9}});
+    setValue_forKey(view, box(true), "bannedMouseClick"_ns);
+    EXPECT_TRUE(view->bannedMouseClick());
+    EXPECT_TRUE(send<bool>(view, "bannedMouseClick"_sel));
+    send<void>(view, "setBannedMouseClick:"_sel, false);
+    EXPECT_FALSE(view->bannedMouseClick());
+    EXPECT_TRUE(valueForKey(view, "bannedMouseClick"_ns)->isEqual(box(false)));
 }
 
 } // namespace

@@ -3,6 +3,7 @@
 #include "../appkit/scroller_testing.h"
 
 #include <zrbasic/platform/foundation/key_value_coding.h>
+#include <zrbasic/platform/foundation/null.h>
 #include <zrbasic/platform/foundation/number.h>
 
 namespace zr {
@@ -60,8 +61,11 @@ TEST(ThinScroller, drawsItsKnobInItsColourOverThePlatformsWhichItCovers) {
     scroller->setKnobColor(NSColor::redColor());
     const DrawingRecord record = recorded([&] { scroller->drawKnob(); }, true);
     EXPECT_EQ(std::count(record.log.begin(), record.log.end(), '\n'), 2) << record.log;
-    EXPECT_FALSE(record.log.starts_with("fill round 3 3 3,0"));
+    EXPECT_TRUE(record.log.starts_with("fill round 2 2 3,0 4x50 ")) << record.log;
     EXPECT_TRUE(record.log.ends_with("fill round 3 3 3,0 7x50 red\n")) << record.log;
+    const Ref<ZRXScroller> lying = thinScroller(200, 12);
+    lying->setKnobProportion(0.25);
+    EXPECT_TRUE(drawn(lying).log.starts_with("fill round 3 3 0,3 50x6 ")) << "and in any size";
     scroller->setKnobColor(nullptr);
     EXPECT_TRUE(drawn(scroller).has("fill round 3 3 3,0 7x50 light\n"));
 }
@@ -120,6 +124,34 @@ TEST(ThinScroller, liesOnlyWhenItIsWiderThanHigh) {
     EXPECT_FALSE(thinScroller(10, 10)->isHorizontal());
     EXPECT_TRUE(thinScroller(10.5, 10)->isHorizontal());
     EXPECT_FALSE(thinScroller(0, 0)->isHorizontal());
+}
+
+TEST(ThinScroller, aColorThatIsNoneIsTheUsualOne) {
+    const Ref<ZRXScroller> scroller = thinScroller(10, 200);
+    scroller->setKnobProportion(0.25);
+    for (const id& odd : {id("red"_ns), id(NSNull::null()), id(box(1)), id()}) {
+        setValue_forKey(scroller, odd, "knobColor"_ns);
+        setValue_forKey(scroller, odd, "scrollBackgroundColor"_ns);
+        EXPECT_FALSE(scroller->knobColor());
+        EXPECT_TRUE(drawn(scroller).log.ends_with("fill round 3 3 3,0 7x50 light\n"));
+        EXPECT_FALSE(drawn(scroller).has("fill 0,0")) << "and no slot";
+    }
+}
+
+TEST(ThinScroller, isDrawnSafelyInAnyFrame) {
+    constexpr double huge = std::numeric_limits<double>::max();
+    for (const double extent : {0.0, -5.0, 2.0, 1e300, huge, double(INFINITY), double(NAN)}) {
+        SCOPED_TRACE(extent);
+        const Ref<ZRXScroller> scroller = thinScroller(extent, 200);
+        scroller->setScrollBackgroundColor(NSColor::redColor());
+        scroller->setFrameOrigin({extent, extent});
+        EXPECT_TRUE(drawn(scroller).log.find("fill round 3 3") != std::string::npos);
+        scroller->mouseDown(mouseEvent(NSEventTypeLeftMouseDown, extent, extent));
+        scroller->mouseDragged(mouseEvent(NSEventTypeLeftMouseDragged, 1, extent));
+        scroller->mouseUp(mouseEvent(NSEventTypeLeftMouseUp, 1, 1));
+        EXPECT_GE(scroller->doubleValue(), 0);
+        EXPECT_LE(scroller->doubleValue(), 1);
+    }
 }
 
 TEST(ThinScroller, itsPropertiesCanBeSetByName) {

@@ -4,6 +4,7 @@
 #include <tests/appkit/split_view_testing.h>
 
 #include <algorithm>
+#include <limits>
 
 namespace zr {
 namespace {
@@ -86,6 +87,25 @@ TEST(SplitViewControllers, giveAControllerAFixedThickness) {
     EXPECT_EQ(thicknesses(desk->splitView()), (Extents{120, 200})) << "the line stays where it is";
 }
 
+TEST(SplitViewControllers, layOutSafelyWhateverTheThickness) {
+    for (const double odd :
+         {0.0, -5.0, 1e300, std::numeric_limits<double>::infinity(), std::numeric_limits<double>::quiet_NaN()}) {
+        SCOPED_TRACE(odd);
+        const auto desk = make<NSSplitViewController>();
+        addViewController_thickness(desk, make<NSViewController>(), odd);
+        addViewController_minThickness_maxThickness(desk, make<NSViewController>(), odd, 10);
+        addViewController(desk, make<NSViewController>());
+        desk->view()->setFrameSize({322, 100});
+        for (const double thickness : thicknesses(desk->splitView())) {
+            EXPECT_GE(thickness, 0);
+            EXPECT_LE(thickness, 1e9);
+        }
+        desk->splitView()->setPosition_ofDividerAtIndex(odd, 0);
+        desk->splitView()->setPosition_ofDividerAtIndex(odd, 1);
+        EXPECT_EQ(thicknesses(desk->splitView()).size(), 3u);
+    }
+}
+
 TEST(SplitViewItems, readNoThicknessWhateverWasSet) {
     const auto item = make<NSSplitViewItem>();
     setThickness(item, 120);
@@ -152,6 +172,49 @@ TEST(ViewsInASplitView, keepTheirWidthWhenTheyArePreferred) {
         split->setFrameSize({row.width, 50});
         EXPECT_EQ(thicknesses(split), row.expected);
     }
+}
+
+TEST(ViewsInASplitView, giveWayAsSoonAsAnotherIsPreferred) {
+    const auto split = make<NSSplitView>(&NSSplitView::initWithFrame, NSMakeRect(0, 0, 201, 50));
+    split->setVertical(true);
+    const auto kept = test::viewOfWidth(150);
+    const auto other = test::viewOfWidth(150);
+    split->addSubview(kept);
+    split->addSubview(other);
+    EXPECT_EQ(thicknesses(split), (Extents{100, 100}));
+    displayPriorityGreaterThan(kept, other);
+    EXPECT_EQ(thicknesses(split), (Extents{150, 50}));
+    displayPriorityGreaterThan(other, kept);
+    EXPECT_EQ(thicknesses(split), (Extents{50, 150}));
+    displayPriorityGreaterThan(other, nullptr);
+    EXPECT_EQ(thicknesses(split), (Extents{50, 150}));
+}
+
+TEST(ViewsInASplitView, areLaidOutByThePrioritiesWhateverTheirMasksSay) {
+    const auto split = make<NSSplitView>(&NSSplitView::initWithFrame, NSMakeRect(0, 0, 301, 50));
+    split->setVertical(true);
+    const auto kept = test::viewOfWidth(150);
+    const auto other = test::viewOfWidth(150);
+    kept->setAutoresizingMask(NSViewWidthSizable);
+    split->addSubview(kept);
+    split->addSubview(other);
+    displayPriorityGreaterThan(kept, other);
+    split->setFrameSize({201, 50});
+    EXPECT_EQ(thicknesses(split), (Extents{150, 50}));
+    split->setFrameSize({401, 80});
+    EXPECT_EQ(thicknesses(split), (Extents{250, 150}));
+    EXPECT_EQ(kept->frame().size.height, 80);
+}
+
+TEST(ViewsInASplitView, areNotPreferredByTheirHeight) {
+    const auto split = make<NSSplitView>(&NSSplitView::initWithFrame, NSMakeRect(0, 0, 50, 101));
+    const auto kept = make<NSView>(&NSView::initWithFrame, NSMakeRect(0, 0, 50, 100));
+    const auto other = make<NSView>(&NSView::initWithFrame, NSMakeRect(0, 0, 50, 100));
+    split->addSubview(kept);
+    split->addSubview(other);
+    displayPriorityGreaterThan(kept, other);
+    split->adjustSubviews();
+    EXPECT_EQ(thicknesses(split), (Extents{50, 50}));
 }
 
 } // namespace

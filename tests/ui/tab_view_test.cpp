@@ -91,6 +91,9 @@ TEST_F(Tabs, areFoundByTheirIdentifier) {
     EXPECT_EQ(zr_tabViewItemWithIdentifier(controller.get(), "three"_ns), tabs->tabViewItemAtIndex(2));
     EXPECT_EQ(send<id>(tabs, "zr_tabViewItemWithIdentifier:"_sel, "one"_ns), tabs->tabViewItemAtIndex(0));
     EXPECT_EQ(send<id>(controller, "zr_tabViewItemWithIdentifier:"_sel, "one"_ns), tabs->tabViewItemAtIndex(0));
+}
+
+TEST_F(Tabs, areNullForAnUnknownIdentifier) {
     for (const id& odd : {id(), id("four"_ns), id(NSNull::null()), id(box(1))}) {
         EXPECT_EQ(zr_tabViewItemWithIdentifier(tabs, odd), nullptr);
         EXPECT_EQ(zr_tabViewItemWithIdentifier(controller.get(), odd), nullptr);

@@ -3,6 +3,7 @@
 #include <zrbasic/platform/appkit/bitmap_image_rep.h>
 #include <zrbasic/platform/appkit/image.h>
 #include <zrbasic/platform/appkit/layer.h>
+#include <zrbasic/platform/foundation/key_value_coding.h>
 #include <zrbasic/ui/view_capture_p.h>
 
 #include <tests/appkit/window_testing.h>
@@ -96,6 +97,22 @@ TEST(Snapshot, withoutAnExtentHasNoBitmap) {
     EXPECT_EQ(zr_snapShotWithInsets(nullptr, {}), nullptr);
 }
 
+TEST(Snapshot, ofBoundsThatNoScreenHoldsIsAnImageOfTheirSize) {
+    constexpr double huge = std::numeric_limits<double>::max();
+    for (const double extent : {-5.0, 1e300, huge, double(INFINITY), double(NAN)}) {
+        SCOPED_TRACE(extent);
+        const auto view = viewAt({{0, 0}, {extent, 10}});
+        const auto whole = zr_snapShot(view);
+        EXPECT_EQ(whole->representations()->count(), 0u);
+        EXPECT_TRUE(whole->size().width == extent || std::isnan(extent));
+        const auto part = zr_snapShotWithRect(view, {{0, 0}, {20, 10}});
+        EXPECT_EQ(pixelsOf(part), NSMakeSize(20, 10));
+        const auto inset = zr_snapShotWithInsets(view, {1, extent, 1, -20});
+        EXPECT_LE(inset->representations()->count(), 1u);
+        EXPECT_EQ(screenCachedImage(view)->representations()->count(), 0u);
+    }
+}
+
 TEST(Snapshot, isTransparentWithoutAToolkit) {
     const auto view = viewAt({{0, 0}, {4, 3}});
     view->setWantsLayer(true);
@@ -161,6 +178,14 @@ TEST(Capture, isTwiceTheBorderHigherThanTheViewAlsoWithoutAScreen) {
     EXPECT_EQ(image->size(), NSMakeSize(30, 42));
     EXPECT_EQ(image->representations()->count(), 0u);
     EXPECT_EQ(screenCachedImage(nullptr), nullptr);
+}
+
+TEST(Capture, isReadByNameLikeAnyProperty) {
+    const auto view = viewAt({{10, 20}, {30, 40}});
+    const id image = valueForKey(view, "screenCachedImage"_ns);
+    ASSERT_NE(cast<NSImage>(image), nullptr);
+    EXPECT_EQ(cast<NSImage>(image)->size(), NSMakeSize(30, 40));
+    EXPECT_THROW(setValue_forKey(view, image, "screenCachedImage"_ns), NSException) << "and only read";
 }
 
 TEST(Capture, asksForNothingOutsideOfAWindow) {

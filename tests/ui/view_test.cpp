@@ -10,6 +10,10 @@
 
 #include <tests/appkit/window_testing.h>
 
+#include <cmath>
+#include <functional>
+#include <limits>
+#include <utility>
 #include <vector>
 
 namespace zr {
@@ -146,6 +150,17 @@ TEST(ViewHelper, subviewsAreAddedInTheirOrder) {
     EXPECT_EQ(first->superview(), view);
 }
 
+TEST(ViewHelper, whatIsOfAnotherKindCountsAsNull) {
+    const auto view = instance<NSView>();
+    for (NSObject* const odd : {static_cast<NSObject*>("no list"_ns.get()), static_cast<NSObject*>(NSNull::null()),
+                                static_cast<NSObject*>(nullptr)}) {
+        send<void>(view, "zr_addSubviews:"_sel, odd);
+        send<void>(view, "displayPriorityGreaterThan:"_sel, odd);
+    }
+    EXPECT_EQ(view->subviews()->count(), 0u);
+    EXPECT_EQ(view->contentHuggingPriorityForOrientation(NSLayoutConstraintOrientationHorizontal), 250);
+}
+
 TEST(ViewHelper, aViewMovesInFrontOfItsSiblings) {
     const auto view = instance<NSView>();
     const auto first = instance<NSView>();
@@ -159,6 +174,67 @@ TEST(ViewHelper, aViewMovesInFrontOfItsSiblings) {
     moveToFront(view);
     EXPECT_EQ(view->superview(), nullptr);
     moveToFront(nullptr);
+}
+
+TEST(ViewHelper, movingToTheFrontLeavesTheKeyboardWhereItIs) {
+    const auto window = make<NSWindow>(&NSWindow::initWithContentRect_styleMask, NSMakeRect(0, 0, 400, 300),
+                                       NSUInteger{NSWindowStyleMaskBorderless});
+    const auto panel = instance<NSView>();
+    const auto button = instance<NSButton>();
+    panel->addSubview(button);
+    zr_addSubviews(window->contentView(), array({panel, instance<NSView>()}));
+    ASSERT_TRUE(window->makeFirstResponder(button));
+    moveToFront(panel);
+    EXPECT_EQ(window->contentView()->subviews()->lastObject(), panel);
+    EXPECT_EQ(window->firstResponder(), button);
+    moveToFront(button);
+    EXPECT_EQ(window->firstResponder(), button);
+}
+
+/// Does something whenever it comes into a superview or leaves it.
+class RestlessView : public NSView {
+    ZR_OBJECT(RestlessView, NSView)
+  public:
+    void viewWillMoveToSuperview(NSView*) override { doOnce(before); }
+    void viewDidMoveToSuperview() override { doOnce(after); }
+
+    std::function<void()> before;
+    std::function<void()> after;
+
+  private:
+    static void doOnce(std::function<void()>& work) {
+        if (const std::function<void()> now = std::exchange(work, nullptr)) {
+            now();
+        }
+    }
+};
+
+TEST(ViewHelper, viewsMayLeaveAgainWhileTheyAreAdded) {
+    const auto view = instance<NSView>();
+    const auto first = instance<RestlessView>();
+    const auto second = instance<RestlessView>();
+    const auto third = instance<NSView>();
+    first->after = [&first] { first->removeFromSuperview(); };
+    second->before = [&third] { third->removeFromSuperview(); };
+    zr_addSubviews(view, array({third, first, second}));
+    EXPECT_TRUE(view->subviews()->isEqual(array({second}))) << "what left is not brought back";
+    second->before = [&second] { second->removeFromSuperview(); };
+    moveToFront(second);
+    EXPECT_TRUE(view->subviews()->isEqual(array({second}))) << "it was still to be put somewhere";
+    second->after = [&second] { second->removeFromSuperview(); };
+    moveToFront(second);
+    EXPECT_EQ(view->subviews()->count(), 0u);
+    EXPECT_EQ(second->superview(), nullptr);
+}
+
+TEST(ViewHelper, aViewCannotBeAddedToWhatLiesInIt) {
+    const auto view = instance<NSView>();
+    const auto inner = instance<NSView>();
+    const auto after = instance<NSView>();
+    view->addSubview(inner);
+    EXPECT_THROW(zr_addSubviews(inner, array({view, after})), NSException);
+    EXPECT_EQ(inner->subviews()->count(), 0u) << "nothing behind it is added either";
+    EXPECT_EQ(view->superview(), nullptr);
 }
 
 // Place on the screen
@@ -254,6 +330,25 @@ TEST(ViewCoordinates, areMessagesOfTheProtocol) {
     setZr_frame(none, {{1, 2}, {3, 4}});
     setZr_minX(none, 1);
     setZr_height(none, 1);
+}
+
+TEST(ViewCoordinates, takeAnyNumber) {
+    constexpr double huge = std::numeric_limits<double>::max();
+    for (const double number : {double(INFINITY), -double(INFINITY), huge, -0.0, -1e300}) {
+        SCOPED_TRACE(number);
+        const auto view = viewAt({{1, 2}, {3, 4}});
+        setZr_minX(view, number);
+        setZr_height(view, number);
+        EXPECT_EQ(view->frame(), NSMakeRect(number, 2, 3, number));
+        EXPECT_EQ(zr_maxX(view), number + 3);
+    }
+    const auto view = viewAt({{1, 2}, {3, 4}});
+    setZr_width(view, NAN);
+    setZr_minY(view, NAN);
+    EXPECT_TRUE(std::isnan(zr_width(view)));
+    EXPECT_TRUE(std::isnan(zr_maxY(view)));
+    EXPECT_EQ(zr_minX(view), 1);
+    EXPECT_EQ(zr_height(view), 4);
 }
 
 /// Its frame is set by its parts in its own way.

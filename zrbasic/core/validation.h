@@ -24,8 +24,8 @@ namespace zr {
 
 /// An e-mail address: parts with dots between them, "@", and two or more labels with dots between them.
 ///
-/// The parts are word characters and any of !#$%&'*+/=?^_`{|}~- in any order; a label is word characters, and dashes
-/// inside.
+/// The parts are word characters and any of ``!#$%&'*+/=?^_`{|}~-`` in any order; a label is word characters, and
+/// dashes inside.
 [[nodiscard]] ZR_EXPORT bool isLegalEmailAddress(NSObject* self);
 
 /// 8 to 24 printable ASCII characters, no space, of at least two of the three kinds digit, letter and symbol.

@@ -37,8 +37,8 @@ class ZR_EXPORT ZRXApp : public NSObject {
     /// Its year, month, day, hour, minute, second and weekday in the local calendar. Always the same object.
     [[nodiscard]] Ref<NSDateComponents> startupDateComponents();
 
-    // What the application says about itself (see bundle.h); null when it says nothing. The first text that is found
-    // counts for the life of the process.
+    /// What the application says about itself (see bundle.h); null when it says nothing. The first text that is found
+    /// counts for the life of the process.
     [[nodiscard]] static Ref<NSString> appVersion();
     [[nodiscard]] static Ref<NSString> appBuildVersion();
     [[nodiscard]] static Ref<NSString> appBundleName();

@@ -49,8 +49,8 @@ class ZR_EXPORT ZRXDevice : public NSObject {
 
     // ZRXDevice(ZRSystemVersion)
 
-    // Whether the system is macOS of at least that version, or another system, which lacks nothing. The first one is
-    // always true: that is the lowest version there is.
+    /// Whether the system is macOS of at least that version, or another system, which lacks nothing. The first one is
+    /// always true: that is the lowest version there is.
     [[nodiscard]] static bool isSystemAvailableOSX10_12();
     [[nodiscard]] static bool isSystemAvailableOSX10_13();
     [[nodiscard]] static bool isSystemAvailableOSX10_14();

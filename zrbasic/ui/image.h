@@ -15,7 +15,7 @@ class NSImage;
 
 /// Recolours the receiver itself and returns it: every pixel keeps its opacity and its lightness, and takes its hue and
 /// saturation from the colour. So black stays black and white stays white, and only what lies between becomes coloured:
-/// half grey and pure red give #ff4a4a.
+/// half grey and pure red give `#ff4a4a`.
 ///
 /// Null makes everything grey, as black does. An image without bitmaps stays as it is.
 ZR_EXPORT Ref<NSImage> imageWithTintColor(NSImage* self, NSColor* color);

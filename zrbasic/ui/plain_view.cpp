@@ -4,7 +4,6 @@ namespace zr {
 
 ZR_DEFINE_CLASS(ZRXView) {
     is.property<ZRXView, &ZRXView::m_bannedMouseClick>("bannedMouseClick", "setBannedMouseClick");
-    is.method<&ZRXView::prepareForReuse>("prepareForReuse");
 }
 
 ZRXView::ZRXView() = default;
@@ -22,6 +21,8 @@ void ZRXView::mouseDown(NSEvent* event) {
     NSView::mouseDown(event);
 }
 
-void ZRXView::prepareForReuse() {}
+void ZRXView::prepareForReuse() {
+    NSView::prepareForReuse();
+}
 
 } // namespace zr

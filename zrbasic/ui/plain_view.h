@@ -21,8 +21,7 @@ class ZR_EXPORT ZRXView : public NSView {
     [[nodiscard]] bool isFlipped() const override;
     [[nodiscard]] Ref<NSView> hitTest(NSPoint point) override;
     void mouseDown(NSEvent* event) override;
-    /// For subclasses: called before the view shows something else. Does nothing here.
-    virtual void prepareForReuse();
+    void prepareForReuse() override;
 
   private:
     detail::Slot<bool> m_bannedMouseClick;

@@ -1,6 +1,8 @@
 #include <zrbasic/platform/appkit/application.h>
 
+#include <zrbasic/platform/appkit/appearance.h>
 #include <zrbasic/platform/appkit/delegate_telling_p.h>
+#include <zrbasic/platform/appkit/menu.h>
 #include <zrbasic/platform/appkit/panel.h>
 #include <zrbasic/platform/appkit/toolkit.h>
 #include <zrbasic/platform/appkit/window.h>
@@ -44,6 +46,11 @@ ZR_DEFINE_CLASS(NSApplication) {
     is.method<&NSApplication::stopModal>("stopModal");
     is.method<&NSApplication::stopModalWithCode>("stopModalWithCode:");
     is.method<&NSApplication::modalWindow>("modalWindow");
+    is.method<&NSApplication::appearance>("appearance");
+    is.method<&NSApplication::setAppearance>("setAppearance:");
+    is.method<&NSApplication::effectiveAppearance>("effectiveAppearance");
+    is.method<&NSApplication::mainMenu>("mainMenu");
+    is.method<&NSApplication::setMainMenu>("setMainMenu:");
     is.method<&NSApplication::presentationOptions>("presentationOptions");
     is.method<&NSApplication::setPresentationOptions>("setPresentationOptions:");
 }
@@ -375,6 +382,10 @@ void NSApplication::makeKey(NSWindow* window) {
         }
         send<void>(window, "becomeKeyWindow"_sel);
     }
+}
+
+void NSApplication::setMainMenu(NSMenu* menu) {
+    m_mainMenu = Ref<NSMenu>(menu);
 }
 
 } // namespace zr

@@ -3,11 +3,15 @@
 #include <zrbasic/platform/appkit/responder.h>
 #include <zrbasic/platform/foundation/array.h>
 
+#include <exception>
 #include <optional>
 #include <vector>
 
 namespace zr {
 
+class NSAppearance;
+class NSMenu;
+class NSView;
 class NSWindow;
 
 /// The application is about to end; its object is the application.
@@ -130,6 +134,17 @@ class ZR_EXPORT NSApplication final : public NSResponder {
     /// is no session.
     [[nodiscard]] bool allowsEventsForWindow(NSWindow* window) const;
 
+    /// How the application looks, light or dark; null, at first, is light. Setting another one draws all windows again,
+    /// and tells every view in them `viewDidChangeEffectiveAppearance`. Whatever a view raises leaves this operation
+    /// when all views have been told.
+    [[nodiscard]] Ref<NSAppearance> appearance() const { return m_appearance; }
+    void setAppearance(NSAppearance* appearance);
+    /// Never null.
+    [[nodiscard]] Ref<NSAppearance> effectiveAppearance() const;
+    /// The menu whose items' keys work in every window that is not run modally, after the window's own; null at first.
+    [[nodiscard]] Ref<NSMenu> mainMenu() const { return m_mainMenu; }
+    void setMainMenu(NSMenu* menu);
+
     /// A sum of `NSApplicationPresentationOptions`.
     [[nodiscard]] NSUInteger presentationOptions() const { return m_presentationOptions; }
     void setPresentationOptions(NSUInteger options) { m_presentationOptions = options; }
@@ -161,6 +176,7 @@ class ZR_EXPORT NSApplication final : public NSResponder {
     void takeAway(NSWindow* window);
     [[nodiscard]] bool isShown(const NSWindow* window) const;
     void makeKey(NSWindow* window);
+    void tellOfAppearance(const Ref<NSView>& view, NSUInteger change, std::exception_ptr& raised);
     void makeFrontKey();
     void end();
 
@@ -179,6 +195,9 @@ class ZR_EXPORT NSApplication final : public NSResponder {
     Weak<NSWindow> m_keyAfterHiding;
     Weak<NSWindow> m_keyWindow;
     std::vector<Session*> m_sessions;
+    Ref<NSAppearance> m_appearance;
+    NSUInteger m_appearanceChanges = 0;
+    Ref<NSMenu> m_mainMenu;
     NSUInteger m_presentationOptions = NSApplicationPresentationDefault;
 };
 

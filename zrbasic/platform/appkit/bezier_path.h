@@ -32,13 +32,13 @@ class ZR_EXPORT NSBezierPath : public NSObject {
 
     /// Begins a part.
     void moveToPoint(NSPoint point);
-    // Without a part these three do nothing.
+    /// Without a part these three do nothing.
     void lineToPoint(NSPoint point);
     void curveToPoint_controlPoint1_controlPoint2(NSPoint end, NSPoint control1, NSPoint control2);
     /// Goes straight back to where the part began.
     void closePath();
 
-    // Each adds a closed part.
+    /// Each adds a closed part.
     void appendBezierPathWithRect(NSRect rect);
     /// The radii reach to the middles of the sides at most; without one of them the corners are square.
     void appendBezierPathWithRoundedRect_xRadius_yRadius(NSRect rect, double xRadius, double yRadius);

@@ -51,7 +51,7 @@ ZR_DEFINE_CLASS(NSBox) {
     is.method<&NSBox::borderRect>("borderRect");
 }
 
-NSBox::NSBox() : m_fillColor(NSColor::clearColor()), m_borderColor(look::border(true)), m_title(""_ns) {}
+NSBox::NSBox() : m_fillColor(NSColor::clearColor()), m_title(""_ns) {}
 NSBox::~NSBox() = default;
 
 id NSBox::initWithFrame(NSRect frame) {
@@ -83,6 +83,10 @@ void NSBox::setCornerRadius(double radius) {
 void NSBox::setFillColor(NSColor* color) {
     m_fillColor = color ? Ref<NSColor>(color) : NSColor::clearColor();
     changed();
+}
+
+Ref<NSColor> NSBox::borderColor() const {
+    return m_borderColor ? m_borderColor : look::border(true);
 }
 
 void NSBox::setBorderColor(NSColor* color) {
@@ -179,10 +183,10 @@ void NSBox::drawRect(NSRect) {
     const NSRect rect = borderRect();
     if (!m_isTransparent) {
         const bool isCustom = m_boxType == NSBoxCustom;
-        static NSColor* const shade = NSColor::colorWithWhite_alpha(0, 0.04).leak();
-        const Ref<NSColor> line = isCustom ? m_borderColor : look::border(false);
+        static const RoleColor shade(grayRole(0, 0.04), grayRole(1, 0.05));
+        const Ref<NSColor> line = isCustom ? borderColor() : look::border(false);
         const double radius = isCustom ? m_cornerRadius : primaryRadius;
-        canvas.fillRoundedRect(rect, radius, radius, isCustom ? m_fillColor.get() : shade);
+        canvas.fillRoundedRect(rect, radius, radius, isCustom ? m_fillColor : shade.now());
         if (lineWidth() > 0) {
             canvas.strokeRoundedRect(rect, radius, lineWidth(), line);
         }
@@ -192,7 +196,8 @@ void NSBox::drawRect(NSRect) {
         place.origin.y += isFlipped() ? 0 : rect.size.height;
         place.origin.x += titleIndent;
         place.size = {extent(place.size.width - 2 * titleIndent), bounds().size.height - rect.size.height};
-        const Ref<NSDictionary> attributes = dictionary({{NSFontAttributeName(), NSFont::systemFontOfSize(titleSize)}});
+        const Ref<NSDictionary> attributes = dictionary({{NSFontAttributeName(), NSFont::systemFontOfSize(titleSize)},
+                                                         {NSForegroundColorAttributeName(), look::plainText()}});
         const Ref<NSAttributedString> text =
             make<NSAttributedString>(&NSAttributedString::initWithString_attributes, m_title, attributes);
         canvas.drawText(text, place, true);

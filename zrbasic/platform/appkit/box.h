@@ -44,7 +44,7 @@ class ZR_EXPORT NSBox : public NSView {
     /// Clear at first; never null, as null sets clear. That of the border is a grey at first.
     [[nodiscard]] Ref<NSColor> fillColor() const { return m_fillColor; }
     virtual void setFillColor(NSColor* color);
-    [[nodiscard]] Ref<NSColor> borderColor() const { return m_borderColor; }
+    [[nodiscard]] Ref<NSColor> borderColor() const;
     virtual void setBorderColor(NSColor* color);
 
     /// Whether neither border nor background are drawn; false at first.
@@ -83,6 +83,7 @@ class ZR_EXPORT NSBox : public NSView {
     double m_cornerRadius = 0;
     NSSize m_contentViewMargins{5, 5};
     Ref<NSColor> m_fillColor;
+    /// Null unless one was set.
     Ref<NSColor> m_borderColor;
     Ref<NSString> m_title;
     Ref<NSView> m_contentView;

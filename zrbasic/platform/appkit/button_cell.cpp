@@ -190,7 +190,7 @@ bool NSButtonCell::showsImage() const {
 }
 
 Ref<NSColor> NSButtonCell::colorOfText() const {
-    return isBordered() && isDefault() && isEnabled() ? NSColor::whiteColor() : look::text(isEnabled());
+    return isBordered() && isDefault() && isEnabled() ? look::onAccent() : look::text(isEnabled());
 }
 
 Ref<NSAttributedString> NSButtonCell::titleToDraw() const {
@@ -252,7 +252,7 @@ void NSButtonCell::drawMark(NSRect frame, bool isFlipped) {
     if (!isSet) {
         return;
     }
-    const Ref<NSColor> color = isEnabled() ? NSColor::whiteColor() : look::text(false);
+    const Ref<NSColor> color = isEnabled() ? look::onAccent() : look::text(false);
     const auto at = [&](double x, double y) {
         return NSPoint{box.origin.x + x, box.origin.y + (isFlipped ? markSide - y : y)};
     };
@@ -281,7 +281,7 @@ void NSButtonCell::drawWithFrame_inView(NSRect frame, NSView* view) {
         if (isBordered() && isDefault()) {
             // The ring has the colour of the button, so a line sets them apart.
             canvas.strokeRoundedRect(NSInsetRect(frame, look::focusRingWidth, look::focusRingWidth),
-                                     look::cornerRadius - look::focusRingWidth, 1, NSColor::whiteColor());
+                                     look::cornerRadius - look::focusRingWidth, 1, look::onAccent());
         }
     }
 }

@@ -1,6 +1,7 @@
 #include <zrbasic/platform/appkit/cell.h>
 
 #include <zrbasic/platform/appkit/control.h>
+#include <zrbasic/platform/appkit/control_look_p.h>
 #include <zrbasic/platform/appkit/event.h>
 #include <zrbasic/platform/appkit/graphics_context.h>
 #include <zrbasic/platform/appkit/text_attributes.h>
@@ -18,10 +19,6 @@ namespace {
 
 /// How far inside a border or bezel the text stands.
 constexpr double edge = 2;
-
-Ref<NSColor> lineColor() {
-    return NSColor::lightGrayColor();
-}
 
 } // namespace
 
@@ -307,7 +304,7 @@ SEL NSCell::action() const {
 void NSCell::setAction(SEL) {}
 
 Ref<NSColor> NSCell::colorOfText() const {
-    return NSColor::blackColor();
+    return look::plainText();
 }
 
 Ref<NSAttributedString> NSCell::textForEmpty() const {
@@ -363,11 +360,11 @@ void NSCell::drawWithFrame_inView(NSRect frame, NSView* view) {
     Canvas& canvas = context->canvas();
     const double radius = m_isBezeled ? bezelRadius() : 0;
     if (m_isBezeled) {
-        canvas.fillRoundedRect(frame, radius, radius, NSColor::whiteColor());
+        canvas.fillRoundedRect(frame, radius, radius, look::paper());
     }
     drawBackground(frame);
     if (m_isBordered || m_isBezeled) {
-        canvas.strokeRoundedRect(frame, radius, 1, lineColor());
+        canvas.strokeRoundedRect(frame, radius, 1, look::bezel());
     }
     send<void>(this, "drawInteriorWithFrame:inView:"_sel, frame, view);
 }

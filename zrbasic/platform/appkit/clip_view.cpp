@@ -1,5 +1,6 @@
 #include <zrbasic/platform/appkit/clip_view.h>
 
+#include <zrbasic/platform/appkit/control_look_p.h>
 #include <zrbasic/platform/appkit/graphics_context.h>
 #include <zrbasic/platform/runtime/message.h>
 
@@ -30,7 +31,7 @@ ZR_DEFINE_CLASS(NSClipView) {
     is.method<&NSClipView::subviewFrameChanged>("subviewFrameChanged:");
 }
 
-NSClipView::NSClipView() : m_backgroundColor(NSColor::whiteColor()) {}
+NSClipView::NSClipView() = default;
 NSClipView::~NSClipView() = default;
 
 void NSClipView::setDocumentView(NSView* view) {
@@ -92,8 +93,12 @@ void NSClipView::setDrawsBackground(bool draws) {
     send<void>(this, "setNeedsDisplay:"_sel, true);
 }
 
+Ref<NSColor> NSClipView::backgroundColor() const {
+    return m_backgroundColor ? m_backgroundColor : look::paper();
+}
+
 void NSClipView::setBackgroundColor(NSColor* color) {
-    m_backgroundColor = color ? Ref<NSColor>(color) : NSColor::whiteColor();
+    m_backgroundColor = Ref<NSColor>(color);
     send<void>(this, "setNeedsDisplay:"_sel, true);
 }
 
@@ -130,7 +135,7 @@ void NSClipView::setBoundsOrigin(NSPoint origin) {
 
 void NSClipView::drawRect(NSRect dirtyRect) {
     if (m_drawsBackground) {
-        setFill(m_backgroundColor);
+        setFill(backgroundColor());
         NSRectFillUsingOperation(dirtyRect, NSCompositingOperationSourceOver);
     }
 }

@@ -32,7 +32,7 @@ class ZR_EXPORT NSClipView : public NSView {
     /// True and white at first; null sets white.
     [[nodiscard]] bool drawsBackground() const { return m_drawsBackground; }
     void setDrawsBackground(bool draws);
-    [[nodiscard]] Ref<NSColor> backgroundColor() const { return m_backgroundColor; }
+    [[nodiscard]] Ref<NSColor> backgroundColor() const;
     void setBackgroundColor(NSColor* color);
 
     [[nodiscard]] bool isFlipped() const override;
@@ -47,6 +47,7 @@ class ZR_EXPORT NSClipView : public NSView {
     void tellScrollView();
 
     Ref<NSView> m_documentView;
+    /// Null unless one was set.
     Ref<NSColor> m_backgroundColor;
     bool m_drawsBackground = true;
 };

@@ -1,6 +1,7 @@
 #include <zrbasic/platform/appkit/collection_view.h>
 
 #include <zrbasic/platform/appkit/clip_view.h>
+#include <zrbasic/platform/appkit/control_look_p.h>
 #include <zrbasic/platform/appkit/event.h>
 #include <zrbasic/platform/appkit/graphics_context.h>
 #include <zrbasic/platform/appkit/scroll_view.h>
@@ -86,10 +87,7 @@ ZR_DEFINE_CLASS(NSCollectionView) {
     is.method<&NSCollectionView::resizeWithOldSuperviewSize>("resizeWithOldSuperviewSize:");
 }
 
-NSCollectionView::NSCollectionView()
-    : m_content(NSArray::fromElements({})),
-      m_backgroundColors(array({NSColor::whiteColor()})),
-      m_selection(NSIndexSet::indexSet()) {}
+NSCollectionView::NSCollectionView() : m_content(NSArray::fromElements({})), m_selection(NSIndexSet::indexSet()) {}
 
 NSCollectionView::~NSCollectionView() = default;
 
@@ -169,7 +167,7 @@ Ref<NSCollectionViewItem> NSCollectionView::itemAtIndex(NSUInteger index) const 
 NSUInteger NSCollectionView::columns() const {
     const double fit =
         std::floor((bounds().size.width + m_itemSpacing.width) / (m_itemSize.width + m_itemSpacing.width));
-    const auto room = static_cast<NSUInteger>(std::clamp(fit, 1.0, double(mostItems)));
+    const auto room = fit > 1 ? static_cast<NSUInteger>(std::min(fit, double(mostItems))) : NSUInteger{1};
     return m_maxNumberOfColumns == 0 ? room : std::min(room, m_maxNumberOfColumns);
 }
 
@@ -271,6 +269,10 @@ void NSCollectionView::resizeWithOldSuperviewSize(NSSize) {
 
 // Look
 
+Ref<NSArray> NSCollectionView::backgroundColors() const {
+    return m_backgroundColors ? m_backgroundColors : array({look::paper()});
+}
+
 void NSCollectionView::setBackgroundColors(NSArray* colors) {
     m_backgroundColors = colors ? Ref<NSArray>(cast<NSArray>(colors->copy())) : NSArray::fromElements({});
     send<void>(this, "setNeedsDisplay:"_sel, true);
@@ -281,9 +283,10 @@ bool NSCollectionView::isFlipped() const {
 }
 
 void NSCollectionView::drawRect(NSRect dirtyRect) {
-    const NSUInteger count = m_backgroundColors->count();
-    const auto fill = [this](NSUInteger index, NSRect rect) {
-        if (const Ref<NSColor> color = cast<NSColor>(m_backgroundColors->objectAtIndex(index))) {
+    const Ref<NSArray> colors = backgroundColors();
+    const NSUInteger count = colors->count();
+    const auto fill = [&colors](NSUInteger index, NSRect rect) {
+        if (const Ref<NSColor> color = cast<NSColor>(colors->objectAtIndex(index))) {
             setFill(color);
             NSRectFillUsingOperation(rect, NSCompositingOperationSourceOver);
         }
@@ -294,8 +297,11 @@ void NSCollectionView::drawRect(NSRect dirtyRect) {
         const double height = m_itemSize.height + m_itemSpacing.height;
         const double top = std::max(dirtyRect.origin.y, 0.0);
         const double bottom = std::min(NSMaxY(dirtyRect), bounds().size.height);
-        for (double row = std::floor(top / height); row * height < bottom; ++row) {
-            fill(static_cast<NSUInteger>(row) % count, NSMakeRect(0, row * height, bounds().size.width, height));
+        const double first = std::floor(top / height);
+        const double last = std::min(std::ceil(bottom / height), first + mostItems);
+        for (double row = first; row < last; ++row) {
+            fill(static_cast<NSUInteger>(std::fmod(row, double(count))),
+                 NSMakeRect(0, row * height, bounds().size.width, height));
         }
     }
 }

@@ -80,7 +80,7 @@ class ZR_EXPORT NSCollectionView : public NSView {
 
     /// What the rows are filled with, taking turns; one white at first. Null is the empty list, which fills nothing;
     /// what is no colour leaves its rows alone. Copied when set.
-    [[nodiscard]] Ref<NSArray> backgroundColors() const { return m_backgroundColors; }
+    [[nodiscard]] Ref<NSArray> backgroundColors() const;
     virtual void setBackgroundColors(NSArray* colors);
 
     // Selection
@@ -126,6 +126,7 @@ class ZR_EXPORT NSCollectionView : public NSView {
     Weak<NSObject> m_dataSource;
     Weak<NSObject> m_delegate;
     Ref<NSArray> m_content;
+    /// Null unless some were set.
     Ref<NSArray> m_backgroundColors;
     Ref<NSIndexSet> m_selection;
     std::vector<Ref<NSCollectionViewItem>> m_items;

@@ -30,6 +30,17 @@ ZR_DEFINE_CLASS(NSColor) {
     is.classMethod<&NSColor::orangeColor>("orangeColor");
     is.classMethod<&NSColor::purpleColor>("purpleColor");
     is.classMethod<&NSColor::brownColor>("brownColor");
+    is.classMethod<&NSColor::labelColor>("labelColor");
+    is.classMethod<&NSColor::secondaryLabelColor>("secondaryLabelColor");
+    is.classMethod<&NSColor::disabledControlTextColor>("disabledControlTextColor");
+    is.classMethod<&NSColor::placeholderTextColor>("placeholderTextColor");
+    is.classMethod<&NSColor::linkColor>("linkColor");
+    is.classMethod<&NSColor::separatorColor>("separatorColor");
+    is.classMethod<&NSColor::windowBackgroundColor>("windowBackgroundColor");
+    is.classMethod<&NSColor::textBackgroundColor>("textBackgroundColor");
+    is.classMethod<&NSColor::controlColor>("controlColor");
+    is.classMethod<&NSColor::controlAccentColor>("controlAccentColor");
+    is.classMethod<&NSColor::selectedContentBackgroundColor>("selectedContentBackgroundColor");
     is.method<&NSColor::colorSpace>("colorSpace");
     is.method<&NSColor::numberOfComponents>("numberOfComponents");
     is.method<&NSColor::redComponent>("redComponent");

@@ -66,6 +66,26 @@ class ZR_EXPORT NSColor : public NSObject {
     /// 0.6 0.4 0.2.
     [[nodiscard]] static Ref<NSColor> brownColor();
 
+    // As the application's appearance wants them (see appearance.h), in sRGB: colours of the moment, to be asked for anew
+    // when the appearance is another one. Main thread only.
+
+    /// Of text, of text beside it that matters less, of what cannot be used, of what stands in for a missing text.
+    [[nodiscard]] static Ref<NSColor> labelColor();
+    [[nodiscard]] static Ref<NSColor> secondaryLabelColor();
+    [[nodiscard]] static Ref<NSColor> disabledControlTextColor();
+    [[nodiscard]] static Ref<NSColor> placeholderTextColor();
+    [[nodiscard]] static Ref<NSColor> linkColor();
+    /// Of lines between things, and around controls.
+    [[nodiscard]] static Ref<NSColor> separatorColor();
+    /// Behind controls in a window; behind what is read and edited; of a button's face.
+    [[nodiscard]] static Ref<NSColor> windowBackgroundColor();
+    [[nodiscard]] static Ref<NSColor> textBackgroundColor();
+    [[nodiscard]] static Ref<NSColor> controlColor();
+    /// Marks what is on, what is the default and what has the keyboard.
+    [[nodiscard]] static Ref<NSColor> controlAccentColor();
+    /// Behind what is selected, faint enough for coloured text on it.
+    [[nodiscard]] static Ref<NSColor> selectedContentBackgroundColor();
+
     [[nodiscard]] Ref<NSColorSpace> colorSpace() const { return m_space; }
     /// How many numbers the colour is made of, alpha included: 2, 4 or 5.
     [[nodiscard]] NSInteger numberOfComponents() const;

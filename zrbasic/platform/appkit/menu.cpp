@@ -2,9 +2,12 @@
 
 #include <zrbasic/platform/appkit/application.h>
 #include <zrbasic/platform/appkit/event.h>
+#include <zrbasic/platform/appkit/pop_up_button.h>
+#include <zrbasic/platform/appkit/toolkit.h>
 #include <zrbasic/platform/runtime/message.h>
 
 #include <algorithm>
+#include <cmath>
 #include <utility>
 
 namespace zr {
@@ -12,6 +15,12 @@ namespace {
 
 constexpr NSUInteger countedModifiers =
     NSEventModifierFlagCommand | NSEventModifierFlagOption | NSEventModifierFlagControl;
+
+/// Whether it stands for a key that types nothing, such as an arrow key.
+bool isFunctionKey(NSString* key) {
+    const auto code = key->length() == 1 ? key->characterAtIndex(0) : 0;
+    return code >= 0xF700 && code <= 0xF8FF;
+}
 
 bool standsFor(NSEvent* event, NSMenuItem* item) {
     const Ref<NSString> key = item->keyEquivalent();
@@ -27,16 +36,29 @@ bool standsFor(NSEvent* event, NSMenuItem* item) {
     const Ref<NSString> lower = key->lowercaseString();
     const bool isLetter = !lower->isEqual(key->uppercaseString());
     if (!isLetter) {
-        return typed->isEqual(key);
+        // Shift is part of how a sign is typed, but not of an arrow.
+        const bool isShiftRight = !isFunctionKey(key) || ((held ^ mask) & NSEventModifierFlagShift) == 0;
+        return isShiftRight && typed->isEqual(key);
     }
     // Whether caps lock is on makes no difference.
     const bool wantsShift = !key->isEqual(lower) || (mask & NSEventModifierFlagShift) != 0;
     return typed->lowercaseString()->isEqual(lower) && wantsShift == ((held & NSEventModifierFlagShift) != 0);
 }
 
-void choose(const Ref<NSMenuItem>& item) {
-    const id target = item->target();
-    send<bool>(NSApplication::sharedApplication(), "sendAction:to:from:"_sel, item->action(), target.get(), item.get());
+/// Whom the item's action would go to.
+id receiverOf(const NSMenuItem& item) {
+    if (!item.action()) {
+        return {};
+    }
+    const id target = item.target();
+    return target ? target : NSApplication::sharedApplication()->targetForAction(item.action());
+}
+
+void validate(const Ref<NSMenuItem>& item) {
+    const id receiver = item->isSeparatorItem() ? id() : receiverOf(*item);
+    if (receiver && receiver->respondsToSelector("validateMenuItem:"_sel)) {
+        item->setEnabled(send<bool>(receiver, "validateMenuItem:"_sel, item.get()));
+    }
 }
 
 } // namespace
@@ -59,6 +81,13 @@ ZR_DEFINE_CLASS(NSMenu) {
     is.method<&NSMenu::supermenu>("supermenu");
     is.method<&NSMenu::performActionForItemAtIndex>("performActionForItemAtIndex:");
     is.method<&NSMenu::performKeyEquivalent>("performKeyEquivalent:");
+    is.classMethod<&NSMenu::popUpContextMenu_withEvent_forView>("popUpContextMenu:withEvent:forView:");
+    is.method<&NSMenu::popUpMenuPositioningItem_atLocation_inView>("popUpMenuPositioningItem:atLocation:inView:");
+    is.method<&NSMenu::update>("update");
+    is.method<&NSMenu::delegate>("delegate");
+    is.method<&NSMenu::setDelegate>("setDelegate:");
+    is.method<&NSMenu::minimumWidth>("minimumWidth");
+    is.method<&NSMenu::setMinimumWidth>("setMinimumWidth:");
 }
 
 NSMenu::NSMenu() : m_title(""_ns) {}
@@ -96,6 +125,7 @@ void NSMenu::insertItem_atIndex(NSMenuItem* item, NSInteger index) {
     }
     m_items.insert(m_items.begin() + index, Ref<NSMenuItem>(item));
     item->m_menu = Weak<NSMenu>(this);
+    changed();
 }
 
 Ref<NSMenuItem> NSMenu::addItemWithTitle_action_keyEquivalent(NSString* title, SEL action, NSString* keyEquivalent) {
@@ -111,6 +141,7 @@ void NSMenu::removeItem(NSMenuItem* item) {
         const Ref<NSMenuItem> kept = std::move(*found);
         m_items.erase(found);
         kept->m_menu = nullptr;
+        changed();
     }
 }
 
@@ -118,6 +149,7 @@ void NSMenu::removeAllItems() {
     for (const Ref<NSMenuItem>& item : std::exchange(m_items, {})) {
         item->m_menu = nullptr;
     }
+    changed();
 }
 
 Ref<NSArray> NSMenu::itemArray() const {
@@ -176,6 +208,65 @@ bool NSMenu::performKeyEquivalent(NSEvent* event) {
         }
     }
     return false;
+}
+
+void NSMenu::choose(const Ref<NSMenuItem>& item) {
+    const Ref<NSMenu> self(this);
+    if (const Ref<NSPopUpButton> button = m_popUpButton.lock()) {
+        button->itemWasChosen(item);
+        return;
+    }
+    const id target = item->target();
+    send<bool>(NSApplication::sharedApplication(), "sendAction:to:from:"_sel, item->action(), target.get(), item.get());
+}
+
+void NSMenu::changed() {
+    if (const Ref<NSPopUpButton> button = m_popUpButton.lock()) {
+        button->itemsChanged();
+    }
+}
+
+void NSMenu::setMinimumWidth(double width) {
+    m_minimumWidth = std::isfinite(width) ? std::max(width, 0.0) : 0;
+}
+
+void NSMenu::update() {
+    const Ref<NSMenu> self(this);
+    const id delegate = this->delegate();
+    if (delegate && delegate->respondsToSelector("menuNeedsUpdate:"_sel)) {
+        send<void>(delegate, "menuNeedsUpdate:"_sel, this);
+    }
+    // Whoever is asked may do anything, even change this menu.
+    const std::vector<Ref<NSMenuItem>> items = m_items;
+    for (const Ref<NSMenuItem>& item : items) {
+        validate(item);
+    }
+}
+
+void NSMenu::updateTree() {
+    send<void>(this, "update"_sel);
+    const std::vector<Ref<NSMenuItem>> items = m_items;
+    for (const Ref<NSMenuItem>& item : items) {
+        if (const Ref<NSMenu> submenu = item->submenu()) {
+            submenu->updateTree();
+        }
+    }
+}
+
+bool NSMenu::popUpMenuPositioningItem_atLocation_inView(NSMenuItem* item, NSPoint location, NSView* view) {
+    const Ref<NSMenu> self(this);
+    const Ref<NSMenuItem> keptItem(item);
+    const Ref<NSView> keptView(view);
+    updateTree();
+    NSMenuItem* const at = indexOfItem(item) >= 0 ? item : nullptr;
+    return currentToolkit().popUpMenu(*this, at, location, view);
+}
+
+void NSMenu::popUpContextMenu_withEvent_forView(NSMenu* menu, NSEvent* event, NSView* view) {
+    if (menu && event && view) {
+        const NSPoint location = view->convertPoint_fromView(event->locationInWindow(), nullptr);
+        send<bool>(menu, "popUpMenuPositioningItem:atLocation:inView:"_sel, nullptr, location, view);
+    }
 }
 
 } // namespace zr

@@ -69,6 +69,9 @@ id NSMenuItem::initWithTitle_action_keyEquivalent(NSString* title, SEL action, N
 
 void NSMenuItem::setTitle(NSString* title) {
     m_title = copyOf(title);
+    if (const Ref<NSMenu> menu = this->menu()) {
+        menu->changed();
+    }
 }
 
 void NSMenuItem::setKeyEquivalent(NSString* keyEquivalent) {

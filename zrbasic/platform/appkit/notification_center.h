@@ -30,8 +30,8 @@ class ZR_EXPORT UNUserNotificationCenterDelegate {
 /// Where notifications of the new interface go: delivers them through the toolkit's service with the buttons of their
 /// category, keeps the delivered and the pending ones, and tells the delegate what the user did.
 ///
-/// Without a service nothing is shown, which handlers are told, and everything else is as it would be. Handlers are called before the operation
-/// returns, and may be empty. Used on the main thread.
+/// Without a service nothing is shown, which handlers are told, and everything else is as it would be. Handlers are
+/// called before the operation returns, and may be empty. Used on the main thread.
 class ZR_EXPORT UNUserNotificationCenter final : public NSObject, private NotificationReceiver {
     ZR_DECLARE_CLASS(UNUserNotificationCenter, NSObject)
   public:

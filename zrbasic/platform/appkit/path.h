@@ -40,14 +40,14 @@ class ZR_EXPORT CGPath : public NSObject {
 
     /// Begins a part.
     void moveToPoint(NSPoint point);
-    // Without a part these three do nothing.
+    /// Without a part these three do nothing.
     void addLineToPoint(NSPoint point);
     void addCurveToPoint_controlPoint1_controlPoint2(NSPoint end, NSPoint control1, NSPoint control2);
     /// Goes straight back to where the part began. What is added without a move goes on from there.
     void closeSubpath();
 
-    // Each of these is a closed part of its own. They begin at the rectangle's origin, its left side's middle for the
-    // last, and go along its width first, so that a negative extent turns the way around.
+    /// Each of these is a closed part of its own. They begin at the rectangle's origin, its left side's middle for the
+    /// last, and go along its width first, so that a negative extent turns the way around.
     void addRect(NSRect rect);
     /// The radii reach to the middles of the sides at most; without one of them the corners are square.
     void addRoundedRect_cornerWidth_cornerHeight(NSRect rect, double xRadius, double yRadius);

@@ -1,9 +1,11 @@
 #include <zrbasic/platform/appkit/scroll_view.h>
 
+#include <zrbasic/platform/appkit/control_look_p.h>
 #include <zrbasic/platform/appkit/event.h>
 #include <zrbasic/platform/runtime/message.h>
 
 #include <algorithm>
+#include <cmath>
 #include <utility>
 
 namespace zr {
@@ -25,6 +27,11 @@ double placeToSee(double place, double seen, double start, double length) {
         return start;
     }
     return std::max(place, start + length - seen);
+}
+
+/// What is no number does not differ from itself here.
+bool differs(double a, double b) {
+    return a != b && !(std::isnan(a) && std::isnan(b));
 }
 
 /// Whatever is raised meanwhile.
@@ -143,7 +150,7 @@ void NSScrollView::setDrawsBackground(bool draws) {
 }
 
 Ref<NSColor> NSScrollView::backgroundColor() const {
-    return m_contentView ? m_contentView->backgroundColor() : NSColor::whiteColor();
+    return m_contentView ? m_contentView->backgroundColor() : look::paper();
 }
 
 void NSScrollView::setBackgroundColor(NSColor* color) {
@@ -316,7 +323,7 @@ void NSScrollView::reflectScrolledClipView(NSClipView* view) {
     }
     const NSRect seen = view->bounds();
     const NSRect document = view->documentRect();
-    if (document.size != m_tiledFor) {
+    if (differs(document.size.width, m_tiledFor.width) || differs(document.size.height, m_tiledFor.height)) {
         // Whether there is anything to scroll decides which scrollers there are. It comes back here.
         send<void>(this, "tile"_sel);
         return;

@@ -210,11 +210,15 @@ void NSScroller::drawKnob() {
     }
     const bool lies = send<bool>(this, "isHorizontal"_sel);
     const NSRect part = send<NSRect>(this, "rectForPart:"_sel, NSScrollerKnob);
-    // Narrower than the part, so that a subclass which draws its own knob over it covers this one.
+    // Narrower than the part, so that a subclass which draws its own knob over it, 3 points from an edge, covers this
+    // one in every control size.
     const double breadth = lies ? part.size.height : part.size.width;
-    const NSRect knob = inset(part, lies, std::min(4.0, breadth / 4));
+    const NSRect knob = inset(part, lies, std::min(4.0, std::max(breadth / 4, std::min(3.0, breadth * 0.3))));
     const double radius = (lies ? knob.size.height : knob.size.width) / 2;
-    const double white = m_knobStyle == NSScrollerKnobStyleLight ? 1 : m_knobStyle == NSScrollerKnobStyleDark ? 0 : 0.3;
+    const double plain = isAppearanceDark() ? 0.85 : 0.3;
+    const double white = m_knobStyle == NSScrollerKnobStyleLight  ? 1
+                         : m_knobStyle == NSScrollerKnobStyleDark ? 0
+                                                                  : plain;
     const double alpha = m_hitPart == NSScrollerKnob ? 0.65 : 0.45;
     const Ref<NSColor> color = NSColor::colorWithWhite_alpha(white, alpha);
     context->canvas().fillRoundedRect(knob, radius, radius, color);
@@ -225,7 +229,8 @@ void NSScroller::drawKnobSlotInRect_highlight(NSRect slot, bool highlight) {
     if (!context || (m_scrollerStyle == NSScrollerStyleOverlay && !highlight)) {
         return;
     }
-    const Ref<NSColor> color = NSColor::colorWithWhite_alpha(0.92, m_scrollerStyle == NSScrollerStyleOverlay ? 0.6 : 1);
+    const Ref<NSColor> color = NSColor::colorWithWhite_alpha(isAppearanceDark() ? 0.19 : 0.92,
+                                                             m_scrollerStyle == NSScrollerStyleOverlay ? 0.6 : 1);
     context->canvas().fillRect(slot, color, NSCompositingOperationSourceOver);
 }
 

@@ -48,6 +48,7 @@ ZR_DEFINE_CLASS(NSSplitView) {
     is.method<&NSSplitView::setPosition_ofDividerAtIndex>("setPosition:ofDividerAtIndex:");
     is.method<&NSSplitView::minPossiblePositionOfDividerAtIndex>("minPossiblePositionOfDividerAtIndex:");
     is.method<&NSSplitView::maxPossiblePositionOfDividerAtIndex>("maxPossiblePositionOfDividerAtIndex:");
+    is.method<&NSSplitView::subviewPrioritiesChanged>("subviewPrioritiesChanged:");
     is.method<&NSSplitView::drawDividerInRect>("drawDividerInRect:");
 }
 
@@ -170,6 +171,13 @@ void NSSplitView::adjusting(const Work& work) {
 
 void NSSplitView::adjustSubviews() {
     adjusting([this] { layOut(); });
+}
+
+// By now they are laid out for the new extent.
+void NSSplitView::resizeSubviewsWithOldSize(NSSize) {}
+
+void NSSplitView::subviewPrioritiesChanged(NSView*) {
+    send<void>(this, "adjustSubviews"_sel);
 }
 
 void NSSplitView::layOut() {

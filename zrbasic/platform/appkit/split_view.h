@@ -27,8 +27,8 @@ struct ThicknessLimits {
 /// left free at the end, or what does not fit reaches beyond it. A hidden subview takes no room, nor does a line of its
 /// own.
 ///
-/// The layout follows by itself whatever happens to the extent and the list of subviews; after new priorities, call
-/// `adjustSubviews`. Main thread only.
+/// The layout follows by itself whatever happens to the extent, the list of subviews and their priorities. Main thread
+/// only.
 class ZR_EXPORT NSSplitView : public NSView {
     ZR_DECLARE_CLASS(NSSplitView, NSView)
   public:
@@ -61,6 +61,10 @@ class ZR_EXPORT NSSplitView : public NSView {
     [[nodiscard]] double maxPossiblePositionOfDividerAtIndex(NSInteger index);
     /// The line; the zero rectangle for an index of none.
     [[nodiscard]] NSRect rectOfDividerAtIndex(NSInteger index);
+    /// Nothing: the subviews are laid out, whatever their masks say.
+    void resizeSubviewsWithOldSize(NSSize oldSize) override;
+    /// A subview has another priority.
+    virtual void subviewPrioritiesChanged(NSView* subview);
     /// Draws the line in its rectangle.
     virtual void drawDividerInRect(NSRect rect);
 

@@ -38,7 +38,7 @@ Ref<NSAttributedString> labelToDraw(NSTabViewItem& item, bool isSelected) {
     return make<NSAttributedString>(
         &NSAttributedString::initWithString_attributes, item.label().get(),
         dictionary({{NSFontAttributeName(), NSFont::systemFontOfSize(NSFont::systemFontSize())},
-                    {NSForegroundColorAttributeName(), isSelected ? look::accent() : look::text(true)},
+                    {NSForegroundColorAttributeName(), isSelected ? look::accentText() : look::text(true)},
                     {NSParagraphStyleAttributeName(), style->copy()}})
             .get());
 }
@@ -368,7 +368,7 @@ void NSTabView::drawRect(NSRect) {
         const NSRect tab = rectOfTabAtIndex(static_cast<NSInteger>(i));
         const bool isSelected = items[i] == m_selected;
         if (isSelected) {
-            fill(tab, NSColor::whiteColor());
+            fill(tab, NSColor::controlColor());
             fill({tab.origin, {tab.size.width, markHeight}}, look::accent());
         }
         const Ref<NSAttributedString> label = labelToDraw(*items[i], isSelected);

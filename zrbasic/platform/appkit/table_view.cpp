@@ -1,6 +1,8 @@
 #include <zrbasic/platform/appkit/table_view.h>
 
 #include <zrbasic/platform/appkit/delegate_telling_p.h>
+#include <zrbasic/platform/appkit/event.h>
+#include <zrbasic/platform/appkit/menu.h>
 #include <zrbasic/platform/foundation/attributed_string.h>
 #include <zrbasic/platform/foundation/dictionary.h>
 #include <zrbasic/platform/foundation/mutable_index_set.h>
@@ -64,6 +66,8 @@ ZR_DEFINE_CLASS(NSTableView) {
     is.method<&NSTableView::setAllowsColumnReordering>("setAllowsColumnReordering:");
     is.method<&NSTableView::allowsColumnResizing>("allowsColumnResizing");
     is.method<&NSTableView::setAllowsColumnResizing>("setAllowsColumnResizing:");
+    is.method<&NSTableView::headerMenu>("headerMenu");
+    is.method<&NSTableView::setHeaderMenu>("setHeaderMenu:");
     is.method<&NSTableView::dataSource>("dataSource");
     is.method<&NSTableView::setDataSource>("setDataSource:");
     is.method<&NSTableView::delegate>("delegate");
@@ -314,16 +318,35 @@ void NSTableView::userDidSelectRows(NSIndexSet* rows) {
     takeSelection(std::move(chosen));
 }
 
+/// What is sent meanwhile may raise, and may let go of the table.
+class NSTableView::Click {
+  public:
+    Click(NSTableView& table, NSInteger column, NSInteger row) : m_table(&table) {
+        table.m_clickedColumn = column;
+        table.m_clickedRow = row;
+    }
+    ~Click() { m_table->m_clickedColumn = m_table->m_clickedRow = -1; }
+    Click(const Click&) = delete;
+    Click& operator=(const Click&) = delete;
+
+  private:
+    Ref<NSTableView> m_table;
+};
+
 void NSTableView::userDidClick(NSInteger column, NSInteger row, bool isDoubleClick) {
-    const Ref<NSTableView> self(this);
-    m_clickedColumn = column;
-    m_clickedRow = row;
-    // What the action raises passes through.
-    const struct Click {
-        NSTableView& table;
-        ~Click() { table.m_clickedColumn = table.m_clickedRow = -1; }
-    } click{*this};
+    const Click click(*this, column, row);
     send<bool>(this, "sendAction:to:"_sel, isDoubleClick ? m_doubleAction : action(), target());
+}
+
+void NSTableView::userDidAskForMenu(NSInteger column, NSInteger row, NSEvent* event) {
+    const Click click(*this, column, row);
+    send<void>(this, "rightMouseDown:"_sel, event);
+}
+
+void NSTableView::userDidAskForHeaderMenu(NSInteger column, NSEvent* event) {
+    const Click click(*this, column, -1);
+    const Ref<NSMenu> menu = m_headerMenu;
+    NSMenu::popUpContextMenu_withEvent_forView(menu, event, this);
 }
 
 NSSize NSTableView::intrinsicContentSize() const {
@@ -361,6 +384,14 @@ TableCellContent NSTableView::contentAtColumn_row(NSInteger column, NSInteger ro
         content.text = content.styledText->string();
     }
     return content;
+}
+
+Ref<NSMenu> NSTableView::headerMenu() const {
+    return m_headerMenu;
+}
+
+void NSTableView::setHeaderMenu(NSMenu* menu) {
+    m_headerMenu = Ref<NSMenu>(menu);
 }
 
 } // namespace zr

@@ -7,6 +7,8 @@
 
 namespace zr {
 
+class NSMenu;
+
 /// The selected rows are others now; its object is the table, as for all of these.
 [[nodiscard]] ZR_EXPORT Ref<NSString> NSTableViewSelectionDidChangeNotification();
 /// A column stands elsewhere: the numbers "NSOldColumn" and "NSNewColumn" in the user info are its positions.
@@ -88,6 +90,11 @@ class ZR_EXPORT NSTableView : public NSControl {
     [[nodiscard]] bool allowsColumnResizing() const { return m_allowsColumnResizing; }
     void setAllowsColumnResizing(bool allows);
 
+    /// The menu that a press with the right button opens over the columns' titles; null at first, which opens none.
+    /// Kept. That of the rows is the view's own (see `NSView::setMenu`).
+    [[nodiscard]] Ref<NSMenu> headerMenu() const;
+    void setHeaderMenu(NSMenu* menu);
+
     // Rows
 
     /// Not kept; null at first. Setting another one reads everything anew.
@@ -136,7 +143,8 @@ class ZR_EXPORT NSTableView : public NSControl {
     /// Sent to the target as the action is; none at first.
     [[nodiscard]] SEL doubleAction() const { return m_doubleAction; }
     void setDoubleAction(SEL action) { m_doubleAction = action; }
-    /// Where the click was, while its action is carried out; -1 otherwise.
+    /// Where the click was, while its action is carried out, or while a menu is open that was opened there; -1 beside
+    /// all of them, over the titles for the row, and otherwise.
     [[nodiscard]] NSInteger clickedRow() const { return m_clickedRow; }
     [[nodiscard]] NSInteger clickedColumn() const { return m_clickedColumn; }
 
@@ -153,9 +161,15 @@ class ZR_EXPORT NSTableView : public NSControl {
     void userDidSelectRows(NSIndexSet* rows);
     /// The user has clicked there.
     void userDidClick(NSInteger column, NSInteger row, bool isDoubleClick);
+    /// The user has pressed the right button there: the event goes to `rightMouseDown:`, or opens the header's menu.
+    void userDidAskForMenu(NSInteger column, NSInteger row, NSEvent* event);
+    void userDidAskForHeaderMenu(NSInteger column, NSEvent* event);
 
   private:
     friend class NSTableColumn;
+
+    /// Stands while the user's click there is seen to.
+    class Click;
 
     void columnsChanged();
     void columnWasResized(NSTableColumn* column, double oldWidth);
@@ -165,6 +179,7 @@ class ZR_EXPORT NSTableView : public NSControl {
     void takeSelection(Ref<NSIndexSet> rows);
     void post(NSString* name, SEL operation, NSDictionary* userInfo);
 
+    Ref<NSMenu> m_headerMenu;
     Ref<NSArray> m_columns = NSArray::array();
     Weak<NSObject> m_dataSource;
     Weak<NSObject> m_delegate;

@@ -1,5 +1,7 @@
 #include <zrbasic/platform/appkit/text_view.h>
 
+#include <zrbasic/platform/appkit/control_look_p.h>
+
 #include <algorithm>
 
 namespace zr {
@@ -83,7 +85,12 @@ void NSText::setDrawsBackground(bool draws) {
     send<void>(this, "setNeedsDisplay:"_sel, true);
 }
 
+Ref<NSColor> NSText::backgroundColor() const {
+    return m_isOnPaper ? look::paper() : m_backgroundColor;
+}
+
 void NSText::setBackgroundColor(NSColor* color) {
+    m_isOnPaper = false;
     m_backgroundColor = Ref<NSColor>(color);
     tellPeer(ViewChange::Content);
     send<void>(this, "setNeedsDisplay:"_sel, true);
@@ -94,13 +101,22 @@ void NSText::setFont(NSFont* font) {
     tellPeer(ViewChange::Content);
 }
 
+Ref<NSColor> NSText::textColor() const {
+    return m_textColor ? m_textColor : look::plainText();
+}
+
 void NSText::setTextColor(NSColor* color) {
-    m_textColor = color ? Ref<NSColor>(color) : NSColor::blackColor();
+    m_textColor = Ref<NSColor>(color);
     tellPeer(ViewChange::Content);
 }
 
 void NSText::setAlignment(NSTextAlignment alignment) {
     m_alignment = alignment;
+    tellPeer(ViewChange::Content);
+}
+
+void NSText::viewDidChangeEffectiveAppearance() {
+    NSView::viewDidChangeEffectiveAppearance();
     tellPeer(ViewChange::Content);
 }
 

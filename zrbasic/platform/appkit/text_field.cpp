@@ -37,6 +37,7 @@ ZR_DEFINE_CLASS(NSTextField) {
     is.method<&NSTextField::setEditable>("setEditable:");
     is.method<&NSTextField::isSelectable>("isSelectable");
     is.method<&NSTextField::setSelectable>("setSelectable:");
+    is.classMethod<&NSTextField::labelWithString>("labelWithString:");
     is.method<&NSTextField::placeholderString>("placeholderString");
     is.method<&NSTextField::setPlaceholderString>("setPlaceholderString:");
     is.method<&NSTextField::placeholderAttributedString>("placeholderAttributedString");
@@ -60,12 +61,25 @@ id NSTextField::initWithFrame(NSRect frame) {
     setEditable(true);
     setBezeled(true);
     setDrawsBackground(true);
-    setBackgroundColor(NSColor::whiteColor());
+    if (auto* const cell = fieldCell()) {
+        cell->standOnPaper();
+    }
     return id(this);
 }
 
 Class* NSTextField::cellClass() {
     return NSTextFieldCell::classObject();
+}
+
+Ref<NSTextField> NSTextField::labelWithString(NSString* string) {
+    Ref<NSTextField> label = make<NSTextField>(&NSTextField::initWithFrame, NSZeroRect);
+    label->setEditable(false);
+    label->setSelectable(false);
+    label->setBezeled(false);
+    label->setDrawsBackground(false);
+    label->setStringValue(string);
+    label->sizeToFit();
+    return label;
 }
 
 NSTextFieldCell* NSTextField::fieldCell() const {
@@ -165,6 +179,15 @@ void NSTextField::setEnabled(bool enabled) {
         endEditing();
     }
     NSControl::setEnabled(enabled);
+}
+
+void NSTextField::viewDidChangeEffectiveAppearance() {
+    NSControl::viewDidChangeEffectiveAppearance();
+    const Ref<NSText> editor = currentEditor();
+    const Ref<NSCell> cell = this->cell();
+    if (editor && cell) {
+        send<Ref<NSText>>(cell, "setUpFieldEditorAttributes:"_sel, editor);
+    }
 }
 
 Ref<NSString> NSTextField::placeholderString() const {

@@ -27,9 +27,11 @@ class ZR_EXPORT NSTextField : public NSControl {
     NSTextField();
     ~NSTextField() override;
 
-    /// Editable, with a bezel and a white background.
+    /// Editable, with a bezel and a white background, which is a dark one in the dark appearance until it is set.
     id initWithFrame(NSRect frame) override;
     [[nodiscard]] static Class* cellClass();
+    /// A line to be read only, without bezel and background, as large as it needs to be. Null is the empty text.
+    [[nodiscard]] static Ref<NSTextField> labelWithString(NSString* string);
 
     [[nodiscard]] Ref<NSColor> textColor() const;
     void setTextColor(NSColor* color);
@@ -61,6 +63,8 @@ class ZR_EXPORT NSTextField : public NSControl {
     [[nodiscard]] NSSize intrinsicContentSize() const override;
     /// Ends editing first, as if another view were made first responder.
     void setEnabled(bool enabled) override;
+    /// The editor takes the colours that the field has now.
+    void viewDidChangeEffectiveAppearance() override;
 
     /// True for one that can be edited or selected, and is enabled.
     [[nodiscard]] bool acceptsFirstResponder() const override;

@@ -1,5 +1,6 @@
 #include <zrbasic/platform/appkit/text_field_cell.h>
 
+#include <zrbasic/platform/appkit/control_look_p.h>
 #include <zrbasic/platform/appkit/graphics_context.h>
 #include <zrbasic/platform/appkit/text_attributes.h>
 #include <zrbasic/platform/foundation/dictionary.h>
@@ -29,13 +30,27 @@ ZR_DEFINE_CLASS(NSTextFieldCell) {
 NSTextFieldCell::NSTextFieldCell() = default;
 NSTextFieldCell::~NSTextFieldCell() = default;
 
+Ref<NSColor> NSTextFieldCell::textColor() const {
+    return m_textColor ? m_textColor : look::plainText();
+}
+
 void NSTextFieldCell::setTextColor(NSColor* color) {
-    m_textColor = color ? Ref<NSColor>(color) : NSColor::blackColor();
+    m_textColor = Ref<NSColor>(color);
     changed();
 }
 
+Ref<NSColor> NSTextFieldCell::backgroundColor() const {
+    return m_isOnPaper ? look::paper() : m_backgroundColor;
+}
+
 void NSTextFieldCell::setBackgroundColor(NSColor* color) {
+    m_isOnPaper = false;
     m_backgroundColor = Ref<NSColor>(color);
+    changed();
+}
+
+void NSTextFieldCell::standOnPaper() {
+    m_isOnPaper = true;
     changed();
 }
 
@@ -78,7 +93,7 @@ Ref<NSAttributedString> NSTextFieldCell::textForEmpty() const {
     const auto shown =
         make<NSMutableAttributedString>(&NSAttributedString::initWithString_attributes, text,
                                         dictionary({{NSFontAttributeName(), font},
-                                                    {NSForegroundColorAttributeName(), NSColor::grayColor()},
+                                                    {NSForegroundColorAttributeName(), look::placeholder()},
                                                     {NSParagraphStyleAttributeName(), style->copy()}}));
     if (m_placeholderAttributed) {
         m_placeholderAttributed->enumerateAttributesInRange_options_usingBlock(
@@ -90,19 +105,20 @@ Ref<NSAttributedString> NSTextFieldCell::textForEmpty() const {
 }
 
 Ref<NSColor> NSTextFieldCell::colorOfText() const {
-    return m_textColor;
+    return textColor();
 }
 
 void NSTextFieldCell::drawBackground(NSRect frame) const {
     const Ref<NSGraphicsContext> context = NSGraphicsContext::currentContext();
-    if (!context || !m_drawsBackground || !m_backgroundColor) {
+    const Ref<NSColor> color = backgroundColor();
+    if (!context || !m_drawsBackground || !color) {
         return;
     }
     const double radius = isBezeled() ? bezelRadius() : 0;
     if (radius > 0) {
-        context->canvas().fillRoundedRect(frame, radius, radius, m_backgroundColor);
+        context->canvas().fillRoundedRect(frame, radius, radius, color);
     } else {
-        context->canvas().fillRect(frame, m_backgroundColor, NSCompositingOperationSourceOver);
+        context->canvas().fillRect(frame, color, NSCompositingOperationSourceOver);
     }
 }
 

@@ -11,11 +11,11 @@ class ZR_EXPORT NSTextFieldCell : public NSActionCell {
     NSTextFieldCell();
     ~NSTextFieldCell() override;
 
-    /// Black at first, and for null.
-    [[nodiscard]] Ref<NSColor> textColor() const { return m_textColor; }
+    /// Black at first, and for null; as light as labels in the dark appearance.
+    [[nodiscard]] Ref<NSColor> textColor() const;
     void setTextColor(NSColor* color);
     /// Null at first: nothing is drawn behind the text unless one is set and `drawsBackground` says so.
-    [[nodiscard]] Ref<NSColor> backgroundColor() const { return m_backgroundColor; }
+    [[nodiscard]] Ref<NSColor> backgroundColor() const;
     void setBackgroundColor(NSColor* color);
     [[nodiscard]] bool drawsBackground() const { return m_drawsBackground; }
     void setDrawsBackground(bool draws);
@@ -38,8 +38,15 @@ class ZR_EXPORT NSTextFieldCell : public NSActionCell {
     [[nodiscard]] double bezelRadius() const override;
 
   private:
-    Ref<NSColor> m_textColor = NSColor::blackColor();
+    friend class NSTextField;
+
+    /// White, or what stands for it in the dark appearance, until another background is set.
+    void standOnPaper();
+
+    /// Null unless one was set.
+    Ref<NSColor> m_textColor;
     Ref<NSColor> m_backgroundColor;
+    bool m_isOnPaper = false;
     Ref<NSString> m_placeholder;
     Ref<NSAttributedString> m_placeholderAttributed;
     NSTextFieldBezelStyle m_bezelStyle = NSTextFieldSquareBezel;

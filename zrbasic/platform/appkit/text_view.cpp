@@ -1,5 +1,7 @@
 #include <zrbasic/platform/appkit/text_view.h>
 
+#include <zrbasic/platform/appkit/clip_view.h>
+#include <zrbasic/platform/appkit/control_look_p.h>
 #include <zrbasic/platform/appkit/delegate_telling_p.h>
 #include <zrbasic/platform/appkit/graphics_context.h>
 #include <zrbasic/platform/appkit/layout_manager.h>
@@ -17,6 +19,19 @@
 
 namespace zr {
 namespace {
+
+/// With a colour for what has none.
+Ref<NSAttributedString> inPlainColor(const Ref<NSAttributedString>& text) {
+    const Ref<NSMutableAttributedString> colored =
+        make<NSMutableAttributedString>(&NSAttributedString::initWithAttributedString, text);
+    text->enumerateAttribute_inRange_options_usingBlock(
+        NSForegroundColorAttributeName(), {0, text->length()}, 0, [&colored](NSObject* color, NSRange range, bool&) {
+            if (!color) {
+                colored->addAttribute_value_range(NSForegroundColorAttributeName(), look::plainText(), range);
+            }
+        });
+    return colored;
+}
 
 /// While this stands, the toolkit's editor is not told of what changes.
 class [[nodiscard]] TakingEdit {
@@ -47,6 +62,8 @@ ZR_DEFINE_CLASS(NSTextView) {
     is.method<&NSTextView::setInsertionPointColor>("setInsertionPointColor:");
     is.method<&NSTextView::displaysLinkToolTips>("displaysLinkToolTips");
     is.method<&NSTextView::setDisplaysLinkToolTips>("setDisplaysLinkToolTips:");
+    is.method<&NSTextView::isVerticallyResizable>("isVerticallyResizable");
+    is.method<&NSTextView::setVerticallyResizable>("setVerticallyResizable:");
     is.method<&NSTextView::insertText>("insertText:");
     is.method<&NSTextView::insertText_replacementRange>("insertText:replacementRange:");
     is.method<&NSTextView::deleteBackward>("deleteBackward:");
@@ -115,7 +132,9 @@ void NSTextView::overwriteText() {
 Ref<NSDictionary> NSTextView::plainAttributes() const {
     Ref<NSMutableDictionary> attributes = make<NSMutableDictionary>();
     attributes->setObject_forKey(m_font, NSFontAttributeName());
-    attributes->setObject_forKey(m_textColor, NSForegroundColorAttributeName());
+    if (m_textColor) {
+        attributes->setObject_forKey(m_textColor, NSForegroundColorAttributeName());
+    }
     if (m_alignment != NSTextAlignmentNatural) {
         const Ref<NSMutableParagraphStyle> style = make<NSMutableParagraphStyle>();
         style->setAlignment(m_alignment);
@@ -126,10 +145,13 @@ Ref<NSDictionary> NSTextView::plainAttributes() const {
 
 void NSTextView::setAttribute(NSString* name, NSObject* value) {
     const Ref<NSTextStorage> storage = textStorage();
-    if (storage->length() == 0) {
+    const NSRange all{0, storage->length()};
+    if (all.length == 0) {
         tellPeer(ViewChange::Content);
+    } else if (value) {
+        storage->addAttribute_value_range(name, value, all);
     } else {
-        storage->addAttribute_value_range(name, value, {0, storage->length()});
+        storage->removeAttribute_range(name, all);
     }
 }
 
@@ -139,7 +161,7 @@ void NSTextView::setFont(NSFont* font) {
 }
 
 void NSTextView::setTextColor(NSColor* color) {
-    m_textColor = color ? Ref<NSColor>(color) : NSColor::blackColor();
+    m_textColor = Ref<NSColor>(color);
     setAttribute(NSForegroundColorAttributeName(), m_textColor);
 }
 
@@ -160,8 +182,12 @@ void NSTextView::setAlignment(NSTextAlignment alignment) {
         });
 }
 
+Ref<NSColor> NSTextView::insertionPointColor() const {
+    return m_insertionPointColor ? m_insertionPointColor : look::plainText();
+}
+
 void NSTextView::setInsertionPointColor(NSColor* color) {
-    m_insertionPointColor = color ? Ref<NSColor>(color) : NSColor::blackColor();
+    m_insertionPointColor = Ref<NSColor>(color);
     tellPeer(ViewChange::Content);
 }
 
@@ -195,6 +221,25 @@ void NSTextView::textWasReplaced() {
 void NSTextView::layoutChanged() {
     send<void>(this, "invalidateIntrinsicContentSize"_sel);
     send<void>(this, "setNeedsDisplay:"_sel, true);
+    fitHeight();
+}
+
+void NSTextView::setVerticallyResizable(bool resizable) {
+    m_isVerticallyResizable = resizable;
+    fitHeight();
+}
+
+void NSTextView::fitHeight() {
+    if (!m_isVerticallyResizable) {
+        return;
+    }
+    const Ref<NSView> around = superview();
+    const double least = cast<NSClipView>(around.get()) ? around->bounds().size.height : 0;
+    const double height = std::max(layoutManager()->usedRectForTextContainer(textContainer()).size.height, least);
+    // Setting it brings us here again, until it fits.
+    if (height != frame().size.height) {
+        send<void>(this, "setFrameSize:"_sel, NSMakeSize(frame().size.width, height));
+    }
 }
 
 NSRange NSTextView::cutToText(NSRange range) const {
@@ -363,14 +408,15 @@ void NSTextView::drawRect(NSRect dirtyRect) {
     if (!context) {
         return;
     }
-    if (m_drawsBackground && m_backgroundColor) {
-        context->canvas().fillRect(dirtyRect, m_backgroundColor, NSCompositingOperationSourceOver);
+    const Ref<NSColor> background = backgroundColor();
+    if (m_drawsBackground && background) {
+        context->canvas().fillRect(dirtyRect, background, NSCompositingOperationSourceOver);
     }
     const Ref<NSTextStorage> storage = textStorage();
     const Ref<NSAttributedString> shown = m_isSecure ? bulletsFor(*storage) : Ref<NSAttributedString>(storage);
     if (shown->length() != 0) {
-        context->canvas().drawText(shown, NSInsetRect(bounds(), m_textContainer->lineFragmentPadding(), 0),
-                                   m_isFieldEditor);
+        context->canvas().drawText(inPlainColor(shown),
+                                   NSInsetRect(bounds(), m_textContainer->lineFragmentPadding(), 0), m_isFieldEditor);
     }
 }
 

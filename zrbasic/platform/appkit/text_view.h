@@ -77,14 +77,15 @@ class ZR_EXPORT NSText : public NSView {
     void setFieldEditor(bool isFieldEditor) { m_isFieldEditor = isFieldEditor; }
     [[nodiscard]] bool drawsBackground() const { return m_drawsBackground; }
     void setDrawsBackground(bool draws);
-    /// White at first; null draws none.
-    [[nodiscard]] Ref<NSColor> backgroundColor() const { return m_backgroundColor; }
+    /// White at first, and dark in the dark appearance; null draws none.
+    [[nodiscard]] Ref<NSColor> backgroundColor() const;
     void setBackgroundColor(NSColor* color);
 
-    /// Of all of the text. The system font of 13 points and black at first; null sets these.
+    /// Of all of the text. The system font of 13 points and black, which is as light as labels in the dark appearance,
+    /// at first; null sets these.
     [[nodiscard]] Ref<NSFont> font() const { return m_font; }
     virtual void setFont(NSFont* font);
-    [[nodiscard]] Ref<NSColor> textColor() const { return m_textColor; }
+    [[nodiscard]] Ref<NSColor> textColor() const;
     virtual void setTextColor(NSColor* color);
     [[nodiscard]] NSTextAlignment alignment() const { return m_alignment; }
     virtual void setAlignment(NSTextAlignment alignment);
@@ -94,12 +95,18 @@ class ZR_EXPORT NSText : public NSView {
     [[nodiscard]] id delegate() const { return m_delegate.lock(); }
     void setDelegate(NSObject* delegate) { m_delegate = Weak<NSObject>(delegate); }
 
+    /// Shows what was given no colour in those of the appearance.
+    void viewDidChangeEffectiveAppearance() override;
+
   protected:
     Weak<NSObject> m_delegate;
     NSRange m_selectedRange{};
     Ref<NSFont> m_font = NSFont::systemFontOfSize(13);
-    Ref<NSColor> m_textColor = NSColor::blackColor();
-    Ref<NSColor> m_backgroundColor = NSColor::whiteColor();
+    /// Null unless one was set.
+    Ref<NSColor> m_textColor;
+    Ref<NSColor> m_backgroundColor;
+    /// No background was set yet.
+    bool m_isOnPaper = true;
     NSTextAlignment m_alignment = NSTextAlignmentNatural;
     bool m_isEditable = true;
     bool m_isSelectable = true;
@@ -130,12 +137,16 @@ class ZR_EXPORT NSTextView : public NSText {
     [[nodiscard]] Ref<NSLayoutManager> layoutManager() const;
     [[nodiscard]] Ref<NSTextContainer> textContainer() const;
 
-    /// Of the blinking line; black at first, null sets that.
-    [[nodiscard]] Ref<NSColor> insertionPointColor() const { return m_insertionPointColor; }
+    /// Of the blinking line; black, or light in the dark appearance, at first, null sets that.
+    [[nodiscard]] Ref<NSColor> insertionPointColor() const;
     void setInsertionPointColor(NSColor* color);
     /// Whether pointing at a link shows its address; true at first.
     [[nodiscard]] bool displaysLinkToolTips() const { return m_displaysLinkToolTips; }
     void setDisplaysLinkToolTips(bool displays);
+    /// Whether the view is as high as its text, or as the view that clips it where that is higher (see scroll_view.h);
+    /// false at first. Without a toolkit a text has no height.
+    [[nodiscard]] bool isVerticallyResizable() const { return m_isVerticallyResizable; }
+    void setVerticallyResizable(bool resizable);
     /// Whether the text shows as bullets, is never copied, and is overwritten when another is set; false at first.
     [[nodiscard]] bool isSecure() const { return m_isSecure; }
     void setSecure(bool isSecure);
@@ -212,6 +223,7 @@ class ZR_EXPORT NSTextView : public NSText {
     bool makeEdit(NSRange range, std::u16string_view replacement);
     /// Puts `text` in place of the present one; characters that both begin and end with keep their attributes.
     void takeText(std::u16string_view text);
+    void fitHeight();
     [[nodiscard]] NSRange cutToText(NSRange range) const;
     [[nodiscard]] Ref<NSDictionary> plainAttributes() const;
     void setAttribute(NSString* name, NSObject* value);
@@ -225,11 +237,13 @@ class ZR_EXPORT NSTextView : public NSText {
 
     Ref<NSLayoutManager> m_layoutManager;
     Ref<NSTextContainer> m_textContainer;
-    Ref<NSColor> m_insertionPointColor = NSColor::blackColor();
+    /// Null unless one was set.
+    Ref<NSColor> m_insertionPointColor;
     EditJudge m_judge;
     NSTextMovement m_movement = NSTextMovementOther;
     bool m_displaysLinkToolTips = true;
     bool m_isSecure = false;
+    bool m_isVerticallyResizable = false;
     /// Between being made first responder, or a first edit, and resigning.
     bool m_isActive = false;
     /// The delegate has allowed that, and its beginning was told.

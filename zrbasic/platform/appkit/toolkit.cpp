@@ -64,6 +64,12 @@ NSInteger Toolkit::askUser(NSAlert&) {
     return -1;
 }
 
+bool Toolkit::popUpMenu(NSMenu&, NSMenuItem*, NSPoint, NSView*) {
+    return false;
+}
+
+void Toolkit::appearanceChanged() {}
+
 NotificationService* Toolkit::notificationService() {
     return nullptr;
 }

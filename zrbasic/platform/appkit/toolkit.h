@@ -17,6 +17,8 @@ class NSAlert;
 class NSAttributedString;
 class NSBitmapImageRep;
 class NSFont;
+class NSMenu;
+class NSMenuItem;
 class NSString;
 class NSURL;
 class NSView;
@@ -92,6 +94,13 @@ class ZR_EXPORT Toolkit {
     /// Asks the user and gives the number of the button, from 0 on, that was pressed; for a window that was closed
     /// otherwise that of "Cancel", or else the last one. -1 when nobody can be asked, as without a toolkit.
     [[nodiscard]] virtual NSInteger askUser(NSAlert& alert);
+
+    /// Shows the menu until the user has chosen from it or has dismissed it, with its upper left corner at `location`, in
+    /// the coordinates of `view` or, for null, of the screen; `item` lies there instead unless it is null. What was
+    /// chosen is performed (see `performActionForItemAtIndex`). Whether anything was; false without a toolkit.
+    virtual bool popUpMenu(NSMenu& menu, NSMenuItem* item, NSPoint location, NSView* view);
+    /// The application's appearance is another one. All views are told to draw themselves by others.
+    virtual void appearanceChanged();
 
     // The desktop
 

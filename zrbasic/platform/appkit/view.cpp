@@ -5,6 +5,7 @@
 #include <zrbasic/platform/appkit/event.h>
 #include <zrbasic/platform/appkit/layer.h>
 #include <zrbasic/platform/appkit/layout_constraint.h>
+#include <zrbasic/platform/appkit/menu.h>
 #include <zrbasic/platform/appkit/toolkit.h>
 #include <zrbasic/platform/appkit/tracking_area.h>
 #include <zrbasic/platform/appkit/window.h>
@@ -38,6 +39,12 @@ ZR_DEFINE_CLASS(NSView) {
     is.method<&NSView::bounds>("bounds");
     is.method<&NSView::setBoundsOrigin>("setBoundsOrigin:");
     is.method<&NSView::isFlipped>("isFlipped");
+    is.method<&NSView::autoresizingMask>("autoresizingMask");
+    is.method<&NSView::setAutoresizingMask>("setAutoresizingMask:");
+    is.method<&NSView::resizeSubviewsWithOldSize>("resizeSubviewsWithOldSize:");
+    is.method<&NSView::menu>("menu");
+    is.method<&NSView::setMenu>("setMenu:");
+    is.method<&NSView::viewDidChangeEffectiveAppearance>("viewDidChangeEffectiveAppearance");
     is.method<&NSView::superview>("superview");
     is.method<&NSView::subviews>("subviews");
     is.method<&NSView::addSubview>("addSubview:");
@@ -69,6 +76,7 @@ ZR_DEFINE_CLASS(NSView) {
     is.method<&NSView::drawRect>("drawRect:");
     is.method<&NSView::bitmapImageRepForCachingDisplayInRect>("bitmapImageRepForCachingDisplayInRect:");
     is.method<&NSView::cacheDisplayInRect_toBitmapImageRep>("cacheDisplayInRect:toBitmapImageRep:");
+    is.method<&NSView::prepareForReuse>("prepareForReuse");
     is.method<&NSView::trackingAreas>("trackingAreas");
     is.method<&NSView::addTrackingArea>("addTrackingArea:");
     is.method<&NSView::removeTrackingArea>("removeTrackingArea:");
@@ -143,8 +151,11 @@ void NSView::setFrameOrigin(NSPoint origin) {
 
 void NSView::setFrameSize(NSSize size) {
     if (m_frame.size != size) {
+        const Ref<NSView> self(this);
+        const NSSize oldSize = m_frame.size;
         m_frame.size = size;
         geometryChanged();
+        send<void>(this, "resizeSubviewsWithOldSize:"_sel, oldSize);
         tellSuperviewOfFrame(*this);
     }
 }
@@ -198,7 +209,12 @@ void NSView::addSubview_positioned_relativeTo(NSView* view, NSWindowOrderingMode
     if (isDescendantOf(view)) {
         return;
     }
-    view->detach();
+    if (view->m_superview == this) {
+        // It does not leave the window, so whoever in it has the keyboard goes on typing.
+        std::erase(m_subviews, view);
+    } else {
+        view->detach();
+    }
     const auto found = std::find(m_subviews.begin(), m_subviews.end(), sibling);
     const bool isBelow = place == NSWindowBelow;
     auto position = isBelow ? m_subviews.begin() : m_subviews.end();
@@ -326,22 +342,6 @@ bool NSView::acceptsFirstMouse(NSEvent*) {
     return false;
 }
 
-Ref<NSView> NSView::hitTest(NSPoint point) {
-    const bool isUpsideDown = m_superview && m_superview->isFlipped();
-    if (m_isHidden || !NSMouseInRect(point, m_frame, isUpsideDown)) {
-        return nullptr;
-    }
-    const NSPoint inside = fromSuperview(point);
-    // A copy, because a view that is asked may run anybody's code.
-    const std::vector<Ref<NSView>> views = m_subviews;
-    for (auto view = views.rbegin(); view != views.rend(); ++view) {
-        if (Ref<NSView> hit = send<Ref<NSView>>(*view, "hitTest:"_sel, inside)) {
-            return hit;
-        }
-    }
-    return Ref<NSView>(this);
-}
-
 void NSView::setHidden(bool hidden) {
     if (m_isHidden == hidden) {
         return;
@@ -392,6 +392,11 @@ void NSView::setNeedsDisplay(bool needs) {
 }
 
 void NSView::drawRect(NSRect) {}
+
+void NSView::prepareForReuse() {
+    send<void>(this, "setAlphaValue:"_sel, 1.0);
+    send<void>(this, "setHidden:"_sel, false);
+}
 
 Ref<NSArray> NSView::trackingAreas() const {
     return NSArray::fromElements(std::vector<id>(m_trackingAreas.begin(), m_trackingAreas.end()));

@@ -14,6 +14,7 @@ class CALayer;
 class NSBitmapImageRep;
 class NSCursor;
 class NSLayoutConstraint;
+class NSMenu;
 class NSTrackingArea;
 class NSView;
 class NSWindow;
@@ -30,6 +31,19 @@ enum NSFocusRingType : NSUInteger {
     NSFocusRingTypeDefault = 0,
     NSFocusRingTypeNone = 1,
     NSFocusRingTypeExterior = 2,
+};
+
+/// What gives when the superview's extent changes, a sum of these; nothing, at first, leaves the frame alone.
+enum NSAutoresizingMaskOptions : NSUInteger {
+    NSViewNotSizable = 0,
+    /// The gap to the superview's left edge, where x is 0.
+    NSViewMinXMargin = 1,
+    NSViewWidthSizable = 2,
+    NSViewMaxXMargin = 4,
+    /// The gap to the edge where y is 0: the lower one, or the upper one of a flipped superview.
+    NSViewMinYMargin = 8,
+    NSViewHeightSizable = 16,
+    NSViewMaxYMargin = 32,
 };
 
 enum NSLayoutConstraintOrientation : NSInteger {
@@ -91,6 +105,12 @@ class ZR_EXPORT NSView : public NSResponder {
     virtual void setBoundsOrigin(NSPoint origin);
     /// Whether y grows downwards; false unless overridden.
     [[nodiscard]] virtual bool isFlipped() const;
+    /// A sum of `NSAutoresizingMaskOptions`.
+    [[nodiscard]] NSUInteger autoresizingMask() const { return m_autoresizingMask; }
+    void setAutoresizingMask(NSUInteger mask) { m_autoresizingMask = mask; }
+    /// Called when the extent is another one: what each subview's mask names shares the difference equally, but no
+    /// width or height goes below 0. A difference that is no finite number changes nothing.
+    virtual void resizeSubviewsWithOldSize(NSSize oldSize);
 
     /// Null for the outermost view.
     [[nodiscard]] Ref<NSView> superview() const { return Ref<NSView>(m_superview); }
@@ -122,6 +142,9 @@ class ZR_EXPORT NSView : public NSResponder {
     [[nodiscard]] Ref<NSResponder> nextResponder() const override;
     void setNextResponder(NSResponder* responder) override;
     /// Whether the click that activates its window also counts for the view; false unless overridden.
+    ///
+    /// Nobody asks yet: a desktop does not say which click it activated a window with, so toolkits hand that click on
+    /// to every view like any other.
     [[nodiscard]] virtual bool acceptsFirstMouse(NSEvent* event);
 
     /// The frontmost view under `point`, which is in the superview's coordinates; null when it is not over the receiver
@@ -171,6 +194,9 @@ class ZR_EXPORT NSView : public NSResponder {
     /// Called when the bounds have changed; for views whose areas depend on them.
     virtual void updateTrackingAreas();
 
+    /// Called by whoever is about to show something else in the view: it is not hidden any more, and opaque.
+    virtual void prepareForReuse();
+
     /// Called when cursor rectangles must be set up anew; the old ones are gone by then.
     virtual void resetCursorRects();
     /// Null, and an empty rectangle, do nothing.
@@ -207,6 +233,13 @@ class ZR_EXPORT NSView : public NSResponder {
     /// What the view is known by; null at first. Copied when set.
     [[nodiscard]] Ref<NSString> identifier() const { return m_identifier; }
     void setIdentifier(NSString* identifier);
+    /// The menu that a press with the right button opens over the view; null, at first, hands the press on. Kept.
+    [[nodiscard]] Ref<NSMenu> menu() const;
+    void setMenu(NSMenu* menu);
+    void rightMouseDown(NSEvent* event) override;
+    /// Called, from the outside to the inside, when the application's appearance is another one; everything is drawn
+    /// again then. For views that were given colours: those of the appearance (see color.h) must be set again.
+    virtual void viewDidChangeEffectiveAppearance();
     [[nodiscard]] Ref<NSString> toolTip() const { return m_toolTip; }
     void setToolTip(NSString* toolTip);
     [[nodiscard]] NSFocusRingType focusRingType() const { return m_focusRingType; }
@@ -258,6 +291,7 @@ class ZR_EXPORT NSView : public NSResponder {
 
     NSRect m_frame;
     NSPoint m_boundsOrigin;
+    NSUInteger m_autoresizingMask = NSViewNotSizable;
     NSView* m_superview = nullptr;
     /// Of the outermost view in a window; null in all others.
     Weak<NSWindow> m_window;
@@ -275,6 +309,7 @@ class ZR_EXPORT NSView : public NSResponder {
     bool m_translatesAutoresizingMask = true;
     Ref<NSString> m_identifier;
     Ref<NSString> m_toolTip;
+    Ref<NSMenu> m_menu;
     NSFocusRingType m_focusRingType = NSFocusRingTypeDefault;
     Weak<NSView> m_nextKeyView;
     Weak<NSView> m_previousKeyView;

@@ -1,10 +1,11 @@
 #include <zrbasic/platform/appkit/view.h>
+#include <zrbasic/platform/runtime/message.h>
 
 #include <algorithm>
 #include <cmath>
 #include <vector>
 
-// From the coordinates of one view to those of another.
+// From the coordinates of one view to those of another, and which view lies at a point.
 namespace zr {
 namespace {
 
@@ -62,6 +63,22 @@ NSRect NSView::convertRect_toView(NSRect rect, NSView* view) const {
 NSRect NSView::convertRect_fromView(NSRect rect, NSView* view) const {
     return rectAround(convertPoint_fromView(rect.origin, view),
                       convertPoint_fromView({NSMaxX(rect), NSMaxY(rect)}, view));
+}
+
+Ref<NSView> NSView::hitTest(NSPoint point) {
+    const bool isUpsideDown = m_superview && m_superview->isFlipped();
+    if (m_isHidden || !NSMouseInRect(point, m_frame, isUpsideDown)) {
+        return nullptr;
+    }
+    const NSPoint inside = fromSuperview(point);
+    // A copy, because a view that is asked may run anybody's code.
+    const std::vector<Ref<NSView>> views = m_subviews;
+    for (auto view = views.rbegin(); view != views.rend(); ++view) {
+        if (Ref<NSView> hit = send<Ref<NSView>>(*view, "hitTest:"_sel, inside)) {
+            return hit;
+        }
+    }
+    return Ref<NSView>(this);
 }
 
 } // namespace zr

@@ -5,6 +5,7 @@
 #include <zrbasic/platform/appkit/delegate_telling_p.h>
 #include <zrbasic/platform/appkit/event.h>
 #include <zrbasic/platform/appkit/key_view_order_p.h>
+#include <zrbasic/platform/appkit/menu.h>
 #include <zrbasic/platform/appkit/text_view.h>
 #include <zrbasic/platform/appkit/toolbar.h>
 #include <zrbasic/platform/appkit/toolkit.h>
@@ -323,7 +324,15 @@ void NSWindow::keyDown(NSEvent* event) {
 }
 
 bool NSWindow::performKeyEquivalent(NSEvent* event) {
-    return event && performKeyEquivalentIn(m_contentView, event);
+    if (!event) {
+        return false;
+    }
+    if (performKeyEquivalentIn(m_contentView, event)) {
+        return true;
+    }
+    const Ref<NSApplication> application = NSApplication::sharedApplication();
+    const Ref<NSMenu> menu = application->mainMenu();
+    return menu && !application->modalWindow() && send<bool>(menu, "performKeyEquivalent:"_sel, event);
 }
 
 void NSWindow::loseFirstResponderIn(NSView* view) {

@@ -3,6 +3,7 @@
 #include <zrbasic/platform/appkit/view.h>
 
 #include <limits>
+#include <vector>
 
 namespace zr {
 
@@ -177,6 +178,8 @@ class ZR_EXPORT NSWindow : public NSResponder {
 
     // For toolkits
 
+    /// The views in it that lie in no other one: the title bar's, if there is one, and the content.
+    [[nodiscard]] virtual std::vector<Ref<NSView>> outermostViews() const;
     /// The user has miniaturised the window on the desktop, or has brought it back.
     void wasMiniaturized(bool isMiniaturized) { m_isMiniaturized = isMiniaturized; }
     /// What stands on the screen for the window; null before it is first shown.

@@ -53,6 +53,16 @@ void NSWindow::layOutTitleBar() {
     }
 }
 
+std::vector<Ref<NSView>> NSWindow::outermostViews() const {
+    std::vector<Ref<NSView>> views;
+    for (const Ref<NSView>& view : {m_titleBar, m_contentView}) {
+        if (view) {
+            views.push_back(view);
+        }
+    }
+    return views;
+}
+
 void NSWindow::leaveTitleBar() {
     if (m_titleBar) {
         m_titleBar->m_window = nullptr;

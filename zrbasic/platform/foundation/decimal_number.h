@@ -52,7 +52,7 @@ class ZR_EXPORT NSDecimalNumber : public NSNumber {
     NSDecimalNumber();
     ~NSDecimalNumber() override;
 
-    // Each of these is always the same object.
+    /// Each of these is always the same object.
     [[nodiscard]] static Ref<NSDecimalNumber> zero();
     [[nodiscard]] static Ref<NSDecimalNumber> one();
     [[nodiscard]] static Ref<NSDecimalNumber> notANumber();

@@ -40,8 +40,8 @@ class ZR_EXPORT NSNumber : public NSObject {
 
     /// Whether the value is anything but zero; NaN is.
     [[nodiscard]] virtual bool boolValue() const;
-    // A fraction is cut off toward zero; a floating-point value out of range clamps, and NaN gives 0. An integer out
-    // of range keeps its low bits, and so does a negative value read as unsigned: -1 is the largest one.
+    /// A fraction is cut off toward zero; a floating-point value out of range clamps, and NaN gives 0. An integer out
+    /// of range keeps its low bits, and so does a negative value read as unsigned: -1 is the largest one.
     [[nodiscard]] signed char charValue() const;
     [[nodiscard]] unsigned char unsignedCharValue() const;
     [[nodiscard]] short shortValue() const;

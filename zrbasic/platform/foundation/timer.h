@@ -12,9 +12,9 @@ class MainLoop;
 struct TimerState;
 } // namespace detail
 
-/// Called with the timer that fires, which is borrowed until it returns.
 class NSTimer;
 
+/// Called with the timer that fires, which is borrowed until it returns.
 using NSTimerBlock = std::function<void(NSTimer* timer)>;
 
 /// Calls back at a date, and again in every interval after it if it repeats.

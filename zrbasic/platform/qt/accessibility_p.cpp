@@ -1,6 +1,6 @@
 #include <zrbasic/platform/qt/accessibility_p.h>
 
-#include <zrbasic/platform/appkit/button.h>
+#include <zrbasic/platform/appkit/pop_up_button.h>
 #include <zrbasic/platform/appkit/text_field.h>
 #include <zrbasic/platform/appkit/text_view.h>
 #include <zrbasic/platform/qt/conversions_p.h>
@@ -43,6 +43,9 @@ bool isCheckable(NSButtonType type) {
 }
 
 QAccessible::Role roleOf(const NSView& view) {
+    if (const auto* const button = cast<NSPopUpButton>(&view)) {
+        return button->pullsDown() ? QAccessible::ButtonMenu : QAccessible::ComboBox;
+    }
     if (const auto* const button = cast<NSButton>(&view)) {
         switch (typeOf(*button)) {
             case NSButtonTypeSwitch:
@@ -70,6 +73,19 @@ QString readableText(const NSView& view) {
     return text;
 }
 
+/// A pop-up button that shows what is chosen.
+bool isChoice(const NSView& view) {
+    const auto* const button = cast<NSPopUpButton>(&view);
+    return button && !button->pullsDown();
+}
+
+QString valueOf(const NSView& view) {
+    if (isChoice(view)) {
+        return toQt(static_cast<const NSPopUpButton&>(view).title());
+    }
+    return isEditableText(view) ? readableText(view) : QString();
+}
+
 class ViewAccessible : public QAccessibleWidget {
   public:
     explicit ViewAccessible(QWidget* of) : QAccessibleWidget(of) {}
@@ -90,7 +106,7 @@ class ViewAccessible : public QAccessibleWidget {
             case QAccessible::Description:
                 return toQt(shown->toolTip());
             case QAccessible::Value:
-                return isEditableText(*shown) ? readableText(*shown) : QString();
+                return valueOf(*shown);
             default:
                 return QAccessibleWidget::text(kind);
         }
@@ -111,6 +127,11 @@ class ViewAccessible : public QAccessibleWidget {
             state.checked = state.checkable && button->state() == NSControlStateValueOn;
             state.checkStateMixed = state.checkable && button->state() == NSControlStateValueMixed;
             state.pressed = button->isHighlighted();
+            if (cast<NSPopUpButton>(button)) {
+                state.hasPopup = state.expandable = true;
+                state.expanded = button->isHighlighted();
+                state.collapsed = !state.expanded;
+            }
         } else if (cast<NSTextField>(shown.get())) {
             state.editable = isEditableText(*shown);
             state.readOnly = !state.editable;
@@ -263,7 +284,8 @@ QString accessibleName(NSView& view) {
         return toQt(label);
     }
     if (const auto* const button = cast<NSButton>(&view)) {
-        return toQt(button->title());
+        // What is chosen does not say of what.
+        return isChoice(view) ? QString() : toQt(button->title());
     }
     if (const auto* const field = cast<NSTextField>(&view)) {
         return field->isEditable() ? toQt(field->placeholderString()) : readableText(view);
@@ -285,13 +307,15 @@ Announcements announcementsOf(NSView& view, ViewChange change, QWidget& widget) 
             }
             const bool isEdited = isEditableText(view);
             const QString before = widget.property(announcedText).toString();
-            const QString now = isEdited ? readableText(view) : accessibleName(view);
+            const QString now = isEdited || isChoice(view) ? valueOf(view) : accessibleName(view);
             if (before == now) {
                 break;
             }
             widget.setProperty(announcedText, now);
             if (isEdited) {
                 result.push_back(std::make_unique<QAccessibleTextUpdateEvent>(&widget, 0, before, now));
+            } else if (isChoice(view)) {
+                result.push_back(std::make_unique<QAccessibleValueChangeEvent>(&widget, now));
             } else {
                 result.push_back(std::make_unique<QAccessibleEvent>(&widget, QAccessible::NameChanged));
             }

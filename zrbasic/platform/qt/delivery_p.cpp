@@ -1,5 +1,7 @@
 #include <zrbasic/platform/qt/delivery_p.h>
 
+#include <zrbasic/platform/qt/modal_gate_p.h>
+
 #include <QApplication>
 #include <QPointer>
 
@@ -92,8 +94,17 @@ bool DeliveringWidget::event(QEvent* event) {
         return handle(*event);
     }
     const Delivery delivery;
+    // With a press Qt goes on to look at the window's widget, even when this one does not lie in that any more.
+    const QPointer<DeliveringWidget> topLevel(
+        isInput(event->type()) && !isWindow() ? dynamic_cast<DeliveringWidget*>(window()) : nullptr);
     ++m_deliveries;
+    if (topLevel) {
+        ++topLevel->m_deliveries;
+    }
     const bool isHandled = handle(*event);
+    if (topLevel) {
+        --topLevel->m_deliveries;
+    }
     if (--m_deliveries > 0) {
         return isHandled;
     }

@@ -13,7 +13,9 @@
 #include <QWheelEvent>
 #include <QWidget>
 
+#include <algorithm>
 #include <chrono>
+#include <iterator>
 
 namespace zr::qt {
 namespace {
@@ -85,43 +87,39 @@ NSInteger numberOf(Qt::MouseButton button) {
     return number;
 }
 
+struct FunctionKey {
+    int key;
+    char16_t character;
+};
+
+constexpr FunctionKey functionKeys[] = {
+    {Qt::Key_Up, 0xF700},     {Qt::Key_Down, 0xF701},     {Qt::Key_Left, 0xF702},    {Qt::Key_Right, 0xF703},
+    {Qt::Key_Insert, 0xF727}, {Qt::Key_Delete, 0xF728},   {Qt::Key_Home, 0xF729},    {Qt::Key_End, 0xF72B},
+    {Qt::Key_PageUp, 0xF72C}, {Qt::Key_PageDown, 0xF72D}, {Qt::Key_Backspace, 0x7F}, {Qt::Key_Backtab, 0x19},
+    {Qt::Key_Tab, '\t'},      {Qt::Key_Return, '\r'},     {Qt::Key_Enter, 3},        {Qt::Key_Escape, 0x1B},
+};
+
+constexpr char16_t firstF = 0xF704;
+
+/// 0 for a key that types a letter or a sign.
 char16_t functionCharacter(int key) {
-    switch (key) {
-        case Qt::Key_Up:
-            return 0xF700;
-        case Qt::Key_Down:
-            return 0xF701;
-        case Qt::Key_Left:
-            return 0xF702;
-        case Qt::Key_Right:
-            return 0xF703;
-        case Qt::Key_Insert:
-            return 0xF727;
-        case Qt::Key_Delete:
-            return 0xF728;
-        case Qt::Key_Home:
-            return 0xF729;
-        case Qt::Key_End:
-            return 0xF72B;
-        case Qt::Key_PageUp:
-            return 0xF72C;
-        case Qt::Key_PageDown:
-            return 0xF72D;
-        case Qt::Key_Backspace:
-            return 0x7F;
-        case Qt::Key_Backtab:
-            return 0x19;
-        case Qt::Key_Tab:
-            return '\t';
-        case Qt::Key_Return:
-            return '\r';
-        case Qt::Key_Enter:
-            return 3;
-        case Qt::Key_Escape:
-            return 0x1B;
-        default:
-            return key >= Qt::Key_F1 && key <= Qt::Key_F35 ? char16_t(0xF704 + key - Qt::Key_F1) : 0;
+    if (key >= Qt::Key_F1 && key <= Qt::Key_F35) {
+        return static_cast<char16_t>(firstF + key - Qt::Key_F1);
     }
+    const auto* const found = std::find_if(std::begin(functionKeys), std::end(functionKeys),
+                                           [key](const FunctionKey& known) { return known.key == key; });
+    return found == std::end(functionKeys) ? u'\0' : found->character;
+}
+
+/// As high as the views of the window reckon with.
+double heightOf(const QWidget& topLevel) {
+    if (dynamic_cast<const HostWidget*>(&topLevel)) {
+        // The views reckon with the height that was set, of which the pixels are only the nearest whole number.
+        if (const Ref<NSWindow> window = windowOf(&topLevel)) {
+            return window->contentView()->frame().size.height;
+        }
+    }
+    return topLevel.height();
 }
 
 } // namespace
@@ -133,6 +131,25 @@ NSUInteger modifierFlags(Qt::KeyboardModifiers modifiers) {
     flags |= modifiers.testFlag(Qt::AltModifier) ? NSUInteger{NSEventModifierFlagOption} : 0;
     flags |= modifiers.testFlag(Qt::MetaModifier) ? NSUInteger{NSEventModifierFlagControl} : 0;
     return flags;
+}
+
+Qt::KeyboardModifiers keyboardModifiers(NSUInteger flags) {
+    Qt::KeyboardModifiers modifiers;
+    modifiers.setFlag(Qt::ShiftModifier, (flags & NSEventModifierFlagShift) != 0);
+    modifiers.setFlag(Qt::ControlModifier, (flags & NSEventModifierFlagCommand) != 0);
+    modifiers.setFlag(Qt::AltModifier, (flags & NSEventModifierFlagOption) != 0);
+    modifiers.setFlag(Qt::MetaModifier, (flags & NSEventModifierFlagControl) != 0);
+    return modifiers;
+}
+
+int keyOf(char16_t character) {
+    constexpr int count = Qt::Key_F35 - Qt::Key_F1 + 1;
+    if (character >= firstF && character < firstF + count) {
+        return Qt::Key_F1 + character - firstF;
+    }
+    const auto* const found = std::find_if(std::begin(functionKeys), std::end(functionKeys),
+                                           [=](const FunctionKey& key) { return key.character == character; });
+    return found == std::end(functionKeys) ? 0 : found->key;
 }
 
 Ref<NSString> charactersOf(const QKeyEvent& event) {
@@ -170,14 +187,11 @@ bool isModifierKey(const QKeyEvent& event) {
 NSPoint windowPoint(const QWidget& widget, QPointF point) {
     const QWidget* const topLevel = widget.window();
     const QPointF inWindow = &widget == topLevel ? point : widget.mapTo(topLevel, point);
-    double height = topLevel->height();
-    if (dynamic_cast<const HostWidget*>(topLevel)) {
-        // The views reckon with the height that was set, of which the pixels are only the nearest whole number.
-        if (const Ref<NSWindow> window = windowOf(topLevel)) {
-            height = window->contentView()->frame().size.height;
-        }
-    }
-    return {inWindow.x(), height - inWindow.y()};
+    return {inWindow.x(), heightOf(*topLevel) - inWindow.y()};
+}
+
+QPointF topLevelPoint(const QWidget& topLevel, NSPoint inWindow) {
+    return {inWindow.x, heightOf(topLevel) - inWindow.y};
 }
 
 TranslatedEvent translated(const QMouseEvent& event, const QWidget& widget) {

@@ -17,14 +17,19 @@ class QWidget;
 namespace zr::qt {
 
 [[nodiscard]] NSUInteger modifierFlags(Qt::KeyboardModifiers modifiers);
+[[nodiscard]] Qt::KeyboardModifiers keyboardModifiers(NSUInteger flags);
 /// What a key press or release types. Keys that type nothing have the private characters U+F700 and up; delete is
 /// U+007F, backtab U+0019, and with a command key the letter itself counts. Never null.
 [[nodiscard]] Ref<NSString> charactersOf(const QKeyEvent& event);
+/// The key that types such a character in place of a letter or a sign; 0 when there is none.
+[[nodiscard]] int keyOf(char16_t character);
 /// Whether it is a key that only changes what others do.
 [[nodiscard]] bool isModifierKey(const QKeyEvent& event);
 
 /// From a point in a widget to the coordinates of its window, whose origin is at the lower left of the content.
 [[nodiscard]] NSPoint windowPoint(const QWidget& widget, QPointF point);
+/// From there to a point in the top-level widget of the window.
+[[nodiscard]] QPointF topLevelPoint(const QWidget& topLevel, NSPoint inWindow);
 
 /// The operation that such an event is handed to, and the event itself, for a widget that it has come to.
 struct TranslatedEvent {

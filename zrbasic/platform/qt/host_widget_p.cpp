@@ -3,6 +3,7 @@
 #include <zrbasic/platform/appkit/application.h>
 #include <zrbasic/platform/qt/event_loop_p.h>
 #include <zrbasic/platform/qt/input_delivery_p.h>
+#include <zrbasic/platform/qt/palette_p.h>
 #include <zrbasic/platform/qt/view_peer_p.h>
 #include <zrbasic/platform/qt/view_widget_p.h>
 #include <zrbasic/platform/runtime/message.h>
@@ -12,6 +13,7 @@
 namespace zr::qt {
 
 HostWidget::HostWidget(NSWindow& window) : m_window(&window) {
+    dress(*this);
     setFocusPolicy(Qt::NoFocus);
     // Which window is key is not decided by which one was shown last.
     setAttribute(Qt::WA_ShowWithoutActivating);

@@ -63,6 +63,7 @@ class ForeignWindow final : public NSWindow {
 
     bool canBecomeKeyWindow() const override { return true; }
     void noResponderFor(SEL) override { m_wasReached = true; }
+    std::vector<Ref<NSView>> outermostViews() const override;
     void selectNextKeyView(NSObject*) override { moveKeyboard(true); }
     void selectPreviousKeyView(NSObject*) override { moveKeyboard(false); }
 
@@ -75,7 +76,8 @@ class ForeignWindow final : public NSWindow {
                 return true;
             }
         }
-        return false;
+        // A dialog that Qt runs modally is one as well.
+        return !QApplication::activeModalWidget() && NSWindow::performKeyEquivalent(event);
     }
 
   private:
@@ -88,6 +90,13 @@ class ForeignWindow final : public NSWindow {
 ZR_DEFINE_CLASS(ForeignWindow) {}
 
 ForeignWindow::~ForeignWindow() = default;
+
+std::vector<Ref<NSView>> ForeignWindow::outermostViews() const {
+    std::vector<Ref<NSView>> views = m_topLevel ? outermostViewsIn(*m_topLevel) : std::vector<Ref<NSView>>{};
+    // Those in dialogs that belong to the widget are in windows of their own.
+    std::erase_if(views, [this](const Ref<NSView>& view) { return view->window() != this; });
+    return views;
+}
 
 void ForeignWindow::moveKeyboard(bool isForwards) {
     if (!m_topLevel) {

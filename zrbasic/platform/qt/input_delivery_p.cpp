@@ -60,8 +60,11 @@ bool handOver(QKeyEvent& event, NSWindow& window, const QWidget& at) {
 
 bool performKeyEquivalent(QKeyEvent& event, NSWindow& window, const QWidget& at) {
     const TranslatedEvent translation = translated(event, at);
-    const NSUInteger asking = NSEventModifierFlagCommand | NSEventModifierFlagControl;
-    if (translation.event->type() != NSEventTypeKeyDown || (translation.event->modifierFlags() & asking) == 0) {
+    // Keys that are not there to type with; whoever is asked takes no others than those that are meant exactly.
+    const NSUInteger asking = NSEventModifierFlagCommand | NSEventModifierFlagControl | NSEventModifierFlagOption;
+    const bool isAsking =
+        (translation.event->modifierFlags() & asking) != 0 || (event.key() >= Qt::Key_F1 && event.key() <= Qt::Key_F35);
+    if (translation.event->type() != NSEventTypeKeyDown || !isAsking) {
         return false;
     }
     const Ref<NSWindow> kept(&window);

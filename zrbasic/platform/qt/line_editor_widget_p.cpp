@@ -6,6 +6,7 @@
 #include <zrbasic/platform/qt/canvas_p.h>
 #include <zrbasic/platform/qt/conversions_p.h>
 #include <zrbasic/platform/qt/editor_style_p.h>
+#include <zrbasic/platform/qt/palette_p.h>
 
 #include <QApplication>
 #include <QFocusEvent>
@@ -132,7 +133,7 @@ void LineEditor::followLook() {
     }
     const Following following(*this);
     setFont(toQt(m_view->font()));
-    QPalette colors = palette();
+    QPalette colors = paletteOfAppearance();
     colors.setColor(QPalette::Text, toQt(m_view->textColor()));
     colors.setColor(QPalette::Base, Qt::transparent);
     if (colors != palette()) {

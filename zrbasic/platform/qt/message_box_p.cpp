@@ -5,6 +5,7 @@
 #include <zrbasic/platform/appkit/panel.h>
 #include <zrbasic/platform/qt/conversions_p.h>
 #include <zrbasic/platform/qt/event_loop_p.h>
+#include <zrbasic/platform/qt/palette_p.h>
 #include <zrbasic/platform/qt/session.h>
 
 #include <QLabel>
@@ -52,6 +53,7 @@ class Box {
 };
 
 Box::Box(NSAlert& alert) : m_box(new QMessageBox(widget(NSApplication::sharedApplication()->keyWindow()))) {
+    dress(*m_box);
     m_box->setIcon(iconOf(alert));
     // Texts come from servers and users too, and must not be taken for HTML.
     m_box->setTextFormat(Qt::PlainText);

@@ -11,6 +11,12 @@
 #include <utility>
 
 namespace zr::qt {
+namespace {
+
+/// Of what is larger Qt makes no picture that could be turned.
+constexpr double largestPicture = 32767;
+
+} // namespace
 
 RotationEffect::RotationEffect(QPointF anchor, double opacity, std::function<void()> end)
     : m_anchor(anchor), m_opacity(opacity), m_end(std::move(end)) {}
@@ -44,9 +50,14 @@ QRectF RotationEffect::boundingRectFor(const QRectF& source) const {
 }
 
 void RotationEffect::draw(QPainter* painter) {
+    const QRectF source = sourceBoundingRect();
+    if (source.isEmpty() || source.width() > largestPicture || source.height() > largestPicture) {
+        drawSource(painter);
+        return;
+    }
     QPoint offset;
     const QPixmap picture = sourcePixmap(Qt::LogicalCoordinates, &offset, NoPad);
-    const QPointF anchor = anchorIn(sourceBoundingRect());
+    const QPointF anchor = anchorIn(source);
     painter->save();
     painter->setRenderHint(QPainter::SmoothPixmapTransform);
     painter->setOpacity(painter->opacity() * m_opacity);

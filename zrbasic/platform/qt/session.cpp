@@ -8,6 +8,8 @@
 #include <zrbasic/platform/foundation/thread.h>
 #include <zrbasic/platform/qt/accessibility_p.h>
 #include <zrbasic/platform/qt/event_loop_p.h>
+#include <zrbasic/platform/qt/menu_p.h>
+#include <zrbasic/platform/qt/palette_p.h>
 #include <zrbasic/platform/qt/pointer_filter_p.h>
 #include <zrbasic/platform/qt/session_p.h>
 #include <zrbasic/platform/qt/toolkit_p.h>
@@ -123,6 +125,7 @@ struct Session::Parts {
         if (!QCoreApplication::instance()) {
             application.emplace();
         }
+        look.emplace(application.has_value());
         drainer.emplace();
         installApplicationFilters();
         installAccessibility();
@@ -139,6 +142,7 @@ struct Session::Parts {
 
     ~Parts() {
         NSNotificationCenter::defaultCenter()->removeObserver(listening);
+        closeMenus();
         dropAllPeers();
         setCurrentToolkit(before);
         toolkitOfSession = nullptr;
@@ -147,6 +151,7 @@ struct Session::Parts {
     }
 
     std::optional<OwnApplication> application;
+    std::optional<LookOfSession> look;
     QtToolkit toolkit;
     std::optional<MainQueueDrainer> drainer;
     Toolkit* before = nullptr;

@@ -8,11 +8,10 @@
 #include <zrbasic/platform/foundation/number.h>
 #include <zrbasic/platform/foundation/url.h>
 #include <zrbasic/platform/qt/conversions_p.h>
+#include <zrbasic/platform/qt/palette_p.h>
 
 #include <QAbstractTextDocumentLayout>
-#include <QGuiApplication>
 #include <QPainter>
-#include <QPalette>
 #include <QTextBlock>
 #include <QTextCursor>
 #include <QTextDocument>
@@ -81,19 +80,25 @@ QString addressOf(NSObject* link) {
     return toQt(cast<NSString>(link));
 }
 
+/// The blues that the readers of HTML give to links are meant for paper.
+bool isUnreadableLink(const QColor& color) {
+    const bool isLinkBlue = color == QColor(0, 0, 0xee) || color == QColor(0, 0, 0xff);
+    return isLinkBlue && plainTextColor() != QColor(Qt::black);
+}
+
 QTextCharFormat formatOf(NSDictionary& attributes) {
     QTextCharFormat format;
     format.setFont(toQt(cast<NSFont>(attributes.objectForKey(NSFontAttributeName()).get())));
     const auto* const underline = cast<NSNumber>(attributes.objectForKey(NSUnderlineStyleAttributeName()).get());
     format.setFontUnderline(underline && underline->integerValue() != NSUnderlineStyleNone);
     auto* const color = cast<NSColor>(attributes.objectForKey(NSForegroundColorAttributeName()).get());
-    format.setForeground(color ? toQt(color) : QColor(Qt::black));
+    format.setForeground(color ? toQt(color) : plainTextColor());
     if (const id link = attributes.objectForKey(NSLinkAttributeName())) {
         format.setAnchor(true);
         format.setAnchorHref(addressOf(link));
         // A link looks like one unless it was told how to look.
-        if (!color) {
-            format.setForeground(QGuiApplication::palette().link());
+        if (!color || isUnreadableLink(toQt(color))) {
+            format.setForeground(linkTextColor());
         }
         if (!underline) {
             format.setFontUnderline(true);

@@ -8,11 +8,14 @@
 #include <zrbasic/platform/qt/canvas_p.h>
 #include <zrbasic/platform/qt/conversions_p.h>
 #include <zrbasic/platform/qt/event_loop_p.h>
+#include <zrbasic/platform/qt/flat_scroll_bar_p.h>
 #include <zrbasic/platform/qt/input_delivery_p.h>
+#include <zrbasic/platform/qt/palette_p.h>
 #include <zrbasic/platform/qt/table_model_p.h>
 #include <zrbasic/platform/qt/text_layout_p.h>
 #include <zrbasic/platform/runtime/message.h>
 
+#include <QCoreApplication>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
@@ -85,6 +88,13 @@ void drawStyled(QPainter& painter, NSAttributedString* text, const QRect& rect) 
     canvas.drawText(text, NSMakeRect(0, (size.height - height) / 2, size.width, height), true);
 }
 
+/// A menu runs a loop of its own, in which the widget may go that Qt is still in the middle of.
+template <class Work>
+void onceQtIsDone(Work work) {
+    QMetaObject::invokeMethod(
+        qApp, [work = std::move(work)] { duringEvent(work); }, Qt::QueuedConnection);
+}
+
 } // namespace
 
 TableHeader::TableHeader(QWidget* parent) : QHeaderView(Qt::Horizontal, parent) {
@@ -126,6 +136,22 @@ void TableHeader::paintEvent(QPaintEvent* event) {
     }
 }
 
+void TableHeader::mousePressEvent(QMouseEvent* event) {
+    const auto& shown = static_cast<const TableModel&>(*model());
+    const Ref<NSTableView> table(shown.table());
+    if (event->button() != Qt::RightButton || !table || !table->headerMenu()) {
+        QHeaderView::mousePressEvent(event);
+        return;
+    }
+    event->accept();
+    const NSInteger column = shown.positionOf(logicalIndexAt(event->position().toPoint()));
+    onceQtIsDone([weak = Weak<NSTableView>(table), column, press = translated(*event, *viewport()).event] {
+        if (const Ref<NSTableView> told = weak.lock()) {
+            told->userDidAskForHeaderMenu(column, press);
+        }
+    });
+}
+
 TableCellPainter::TableCellPainter(QObject* parent) : QStyledItemDelegate(parent) {}
 
 TableCellPainter::~TableCellPainter() = default;
@@ -163,6 +189,8 @@ QSize TableCellPainter::sizeHint(const QStyleOptionViewItem& option, const QMode
 
 TableWidget::TableWidget(std::shared_ptr<TableModel> model, QWidget* parent)
     : QTableView(parent), m_model(std::move(model)) {
+    // It may lie in a window of somebody else's.
+    dress(*this);
     setHorizontalHeader(new TableHeader(this));
     setModel(m_model.get());
     setItemDelegate(new TableCellPainter(this));
@@ -174,6 +202,12 @@ TableWidget::TableWidget(std::shared_ptr<TableModel> model, QWidget* parent)
     setTabKeyNavigation(false);
     setVerticalScrollMode(ScrollPerPixel);
     setHorizontalScrollMode(ScrollPerPixel);
+    setVerticalScrollBar(new FlatScrollBar(Qt::Vertical, this));
+    setHorizontalScrollBar(new FlatScrollBar(Qt::Horizontal, this));
+    auto* const corner = new QWidget(this);
+    corner->setAutoFillBackground(true);
+    corner->setBackgroundRole(QPalette::Base);
+    setCornerWidget(corner);
     setFocusPolicy(Qt::ClickFocus);
     verticalHeader()->hide();
     verticalHeader()->setMinimumSectionSize(1);
@@ -184,6 +218,10 @@ TableWidget::~TableWidget() = default;
 
 bool TableWidget::viewportEvent(QEvent* event) {
     const Ref<NSTableView> told(table());
+    if (told && event->type() == QEvent::MouseButtonPress && opensMenu(static_cast<const QMouseEvent&>(*event))) {
+        event->accept();
+        return true;
+    }
     switch (told ? event->type() : QEvent::None) {
         case QEvent::MouseButtonPress:
         case QEvent::MouseButtonDblClick:
@@ -200,6 +238,21 @@ bool TableWidget::viewportEvent(QEvent* event) {
     return QTableView::viewportEvent(event);
 }
 
+bool TableWidget::opensMenu(const QMouseEvent& event) {
+    if (event.button() != Qt::RightButton || !table()->menu()) {
+        return false;
+    }
+    const QModelIndex at = indexAt(event.position().toPoint());
+    const NSInteger column = m_model->positionOf(at.column());
+    onceQtIsDone([weak = Weak<NSTableView>(table()), column, row = NSInteger{at.row()},
+                  press = translated(event, *viewport()).event] {
+        if (const Ref<NSTableView> told = weak.lock()) {
+            told->userDidAskForMenu(column, row, press);
+        }
+    });
+    return true;
+}
+
 void TableWidget::keyPressEvent(QKeyEvent* event) {
     if (const Ref<NSTableView> told(table()); told) {
         tellBeside(*told, translated(*event, *this));
@@ -210,11 +263,7 @@ void TableWidget::keyPressEvent(QKeyEvent* event) {
 void TableWidget::initViewItemOption(QStyleOptionViewItem* option) const {
     QTableView::initViewItemOption(option);
     // A pale selection, so that texts keep their own colours on it.
-    for (const auto group : {QPalette::Active, QPalette::Inactive, QPalette::Disabled}) {
-        QColor color = option->palette.color(group, QPalette::Highlight);
-        color.setAlphaF(0.2F);
-        option->palette.setColor(group, QPalette::Highlight, color);
-    }
+    option->palette.setColor(QPalette::Highlight, toQt(NSColor::selectedContentBackgroundColor()));
 }
 
 NSTableView* TableWidget::table() const {

@@ -23,6 +23,7 @@ class TableHeader final : public QHeaderView {
   protected:
     void paintSection(QPainter* painter, const QRect& rect, int section) const override;
     void paintEvent(QPaintEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
 };
 
 /// Draws what the table says stands in a cell, asking it once.
@@ -56,6 +57,8 @@ class TableWidget final : public QTableView {
 
   private:
     [[nodiscard]] NSTableView* table() const;
+    /// Whether a press opens the table's menu, which is seen to then.
+    bool opensMenu(const QMouseEvent& event);
 
     /// Kept, as Qt may keep the widget longer than the table has its peer.
     std::shared_ptr<TableModel> m_model;

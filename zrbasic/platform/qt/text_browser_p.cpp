@@ -7,6 +7,7 @@
 #include <zrbasic/platform/qt/conversions_p.h>
 #include <zrbasic/platform/qt/event_loop_p.h>
 #include <zrbasic/platform/qt/input_delivery_p.h>
+#include <zrbasic/platform/qt/palette_p.h>
 #include <zrbasic/platform/qt/styled_document_p.h>
 #include <zrbasic/platform/runtime/message.h>
 
@@ -35,7 +36,6 @@ TextBrowser::TextBrowser(NSTextView& view, QWidget& parent) : QTextBrowser(&pare
     // Where a link leads is the object's to say.
     setOpenLinks(false);
     setMinimumSize(0, 0);
-    viewport()->setAutoFillBackground(false);
     viewport()->setMouseTracking(true);
     followLook();
     followText();
@@ -92,7 +92,7 @@ void TextBrowser::followLook() {
         return;
     }
     const Following following(*this);
-    QPalette colors = palette();
+    QPalette colors = paletteOfAppearance();
     const Ref<NSColor> background = m_view->backgroundColor();
     const bool hasBackground = m_view->drawsBackground() && background;
     colors.setColor(QPalette::Base, hasBackground ? toQt(background) : QColor(Qt::transparent));
@@ -100,6 +100,7 @@ void TextBrowser::followLook() {
     if (colors != palette()) {
         setPalette(colors);
     }
+    viewport()->setAutoFillBackground(hasBackground);
     document()->setDefaultFont(toQt(m_view->font()));
     Qt::TextInteractionFlags use = Qt::LinksAccessibleByMouse;
     if (m_view->isSelectable()) {

@@ -9,8 +9,10 @@
 #include <zrbasic/platform/qt/event_loop_p.h>
 #include <zrbasic/platform/qt/html_reader_p.h>
 #include <zrbasic/platform/qt/keyboard_layout_p.h>
+#include <zrbasic/platform/qt/menu_p.h>
 #include <zrbasic/platform/qt/message_box_p.h>
 #include <zrbasic/platform/qt/notification_service_p.h>
+#include <zrbasic/platform/qt/palette_p.h>
 #include <zrbasic/platform/qt/peers_p.h>
 #include <zrbasic/platform/qt/screens_p.h>
 #include <zrbasic/platform/qt/text_layout_p.h>
@@ -65,6 +67,14 @@ void QtToolkit::runLoopUntil(FunctionRef<bool()> isDone) {
 
 NSInteger QtToolkit::askUser(NSAlert& alert) {
     return runMessageBox(alert);
+}
+
+bool QtToolkit::popUpMenu(NSMenu& menu, NSMenuItem* item, NSPoint location, NSView* view) {
+    return runMenu(menu, item, location, view);
+}
+
+void QtToolkit::appearanceChanged() {
+    followAppearance();
 }
 
 NotificationService* QtToolkit::notificationService() {

@@ -23,6 +23,8 @@ class QtToolkit final : public Toolkit {
 
     void runLoopUntil(FunctionRef<bool()> isDone) override;
     NSInteger askUser(NSAlert& alert) override;
+    bool popUpMenu(NSMenu& menu, NSMenuItem* item, NSPoint location, NSView* view) override;
+    void appearanceChanged() override;
 
     NotificationService* notificationService() override;
     bool openURL(NSURL* url) override;

@@ -50,7 +50,8 @@ QWidget* widgetAt(QWidget& topLevel, QPointF point) {
 } // namespace
 
 void PointerTracker::collect(NSView& view, NSRect visible, NSPoint point, std::vector<Inside>& found) const {
-    if (view.isHidden()) {
+    // A conversion would make something of an extent below nothing.
+    if (view.isHidden() || NSIsEmptyRect(view.bounds())) {
         return;
     }
     const NSRect shown = NSIntersectionRect(visible, view.convertRect_toView(view.bounds(), nullptr));
@@ -60,9 +61,11 @@ void PointerTracker::collect(NSView& view, NSRect visible, NSPoint point, std::v
     const Ref<NSArray> areas = view.trackingAreas();
     for (const id& element : areas->elements()) {
         auto* const area = static_cast<NSTrackingArea*>(element.get());
-        const NSRect rect = has(*area, NSTrackingInVisibleRect)
-                                ? shown
-                                : NSIntersectionRect(shown, view.convertRect_toView(area->rect(), nullptr));
+        const bool isAll = has(*area, NSTrackingInVisibleRect);
+        if (!isAll && NSIsEmptyRect(area->rect())) {
+            continue;
+        }
+        const NSRect rect = isAll ? shown : NSIntersectionRect(shown, view.convertRect_toView(area->rect(), nullptr));
         if (NSMouseInRect(point, rect, false) && isActive(*area, view)) {
             found.push_back({Ref<NSTrackingArea>(area), Weak<NSView>(&view)});
         }

@@ -83,7 +83,12 @@ bool drawScreen(QPainter& painter, QWidget& target, QScreen& screen, const QRect
     if (picture.isNull()) {
         return false;
     }
-    painter.setClipRegion(visible);
+    QRegion screens;
+    for (const QScreen* const one : screen.virtualSiblings()) {
+        screens += one->geometry().translated(-screen.geometry().topLeft());
+    }
+    // Where no screen is, the picture has whatever was in the memory.
+    painter.setClipRegion(visible & screens);
     painter.drawPixmap(part, picture, picture.rect());
     return true;
 }
@@ -130,7 +135,9 @@ Ref<NSBitmapImageRep> captureOf(NSWindow& window, NSRect rect) {
 bool WidgetPeer::drawInto(NSBitmapImageRep& bitmap, NSRect rect) {
     QWidget* const drawn = widget();
     QImage image = imageOver(bitmap);
-    if (!drawn || image.isNull()) {
+    // No widget is larger, so it would not show all of a view that is.
+    const bool isTooLarge = rect.size.width > QWIDGETSIZE_MAX || rect.size.height > QWIDGETSIZE_MAX;
+    if (!drawn || image.isNull() || isTooLarge) {
         return false;
     }
     const QPointer<QGraphicsEffect> effect = drawn->graphicsEffect();

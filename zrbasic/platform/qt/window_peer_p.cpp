@@ -361,9 +361,11 @@ void TopLevelPeer::playFrameOrigins(std::span<const NSPoint> points, double seco
     if (m_shake) {
         m_shake->stop();
     }
-    m_shake = playOrigins(m_window, *m_widget, points, seconds, [widget = m_widget] {
-        const Ref<NSWindow> window = widget ? widget->shownWindow() : nullptr;
-        if (TopLevelPeer* const peer = widget ? widget->peer(window) : nullptr) {
+    m_shake = playOrigins(m_window, *m_widget, points, seconds, [widget = QPointer<QWidget>(m_widget)] {
+        // A widget that goes takes the animation along when it is no host any more, but still a widget.
+        const auto* const host = dynamic_cast<HostWidget*>(widget.data());
+        const Ref<NSWindow> window = host ? host->shownWindow() : nullptr;
+        if (TopLevelPeer* const peer = host ? host->peer(window) : nullptr) {
             peer->m_shake.clear();
             peer->applyFrame();
         }
