@@ -21,11 +21,13 @@ class Feed {
     void setSpeed(double speed);
     /// After a rest: what comes next is due now.
     void goOn();
-    /// Takes the quotes that are due by now, for a few milliseconds at most, so that nobody waits for it. False when
-    /// everything was played.
+    /// Takes quotes, each when the one before it is due, for a few milliseconds at most, so that nobody waits for it.
+    /// False when everything was played.
     bool advance();
     /// What kept the file from being read; empty for nothing.
     [[nodiscard]] const std::string& error() const { return m_error; }
+    /// How many lines could not be used.
+    [[nodiscard]] std::size_t skipped() const { return m_problems.skippedLines(); }
 
   private:
     using Clock = std::chrono::steady_clock;
