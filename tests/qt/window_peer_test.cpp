@@ -198,6 +198,21 @@ TEST_F(WindowPeers, theWindowThatTheDesktopActivatesIsKey) {
     other->orderOut(nullptr);
 }
 
+TEST_F(WindowPeers, theLastOneThatWasMadeKeyStaysKey) {
+    show();
+    const auto other = make<NSWindow>(&NSWindow::initWithContentRect_styleMask, NSRect{{500, 50}, {100, 80}},
+                                      NSUInteger(NSWindowStyleMaskTitled));
+    other->makeKeyAndOrderFront(nullptr);
+    // Both are under way on the desktop now, and must not take turns for ever.
+    window->makeKeyWindow();
+    settle();
+    EXPECT_TRUE(eventually([this] { return window->isKeyWindow() && host()->isActiveWindow(); }));
+    settle();
+    EXPECT_TRUE(window->isKeyWindow());
+    EXPECT_FALSE(other->isKeyWindow());
+    other->orderOut(nullptr);
+}
+
 TEST_F(WindowPeers, qtsKeyboardIsWhereTheFirstResponderIs) {
     const Ref<LoggingView> one = add({{0, 0}, {50, 50}});
     const Ref<LoggingView> two = add({{60, 0}, {50, 50}});

@@ -57,7 +57,12 @@ void HostWidget::geometryChanged(bool byDesktop) {
 
 void HostWidget::wasActivated(const Ref<NSWindow>& window) {
     if (NSApplication::sharedApplication()->allowsEventsForWindow(window)) {
+        const QPointer<HostWidget> kept(this);
+        m_isGivenKeyboard = true;
         duringEvent([&] { send<void>(window, "makeKeyWindow"_sel); });
+        if (kept) {
+            m_isGivenKeyboard = false;
+        }
         return;
     }
     // Some desktops activate whatever is clicked. The keys are the session's all the same.

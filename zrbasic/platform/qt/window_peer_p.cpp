@@ -349,7 +349,7 @@ void TopLevelPeer::orderOut() {
 }
 
 void TopLevelPeer::takeKeyboard() {
-    if (m_widget && m_widget->isVisible()) {
+    if (m_widget && m_widget->isVisible() && !std::exchange(m_widget->m_isGivenKeyboard, false)) {
         m_widget->activateWindow();
     }
 }

@@ -37,6 +37,8 @@ class HostWidget final : public DeliveringWidget {
     Weak<NSWindow> m_window;
     QTimer m_echoes;
     bool m_wasPainted = false;
+    /// The desktop has given it the keyboard; asked for that once more, it would do so after what else it was asked for.
+    bool m_isGivenKeyboard = false;
 };
 
 /// A window's peer with a widget of its own.
