@@ -132,7 +132,7 @@ void play(benchmark::State& state, std::size_t quotes) {
         }
         late = residentMegabytes();
         played = session.quotes();
-        window->close();
+        window->orderOut(nullptr);
     }
     if (waits.empty() || (quotes > 0 && played < quotes)) {
         state.SkipWithError("nothing was typed or played");

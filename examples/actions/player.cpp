@@ -283,6 +283,7 @@ Player::Player(const std::string& file) : m_file(file) {
         auto* const what = cast<NSDictionary>(root);
         if (!what) {
             m_fault = file + ", line " + std::to_string(line) + ": no object";
+            m_actions.clear();
             return;
         }
         m_actions.push_back({line, Ref<NSDictionary>(what)});

@@ -47,7 +47,7 @@ constexpr double messageHeight = 150;
 constexpr NSTimeInterval beat = 0.01;
 constexpr double speeds[] = {1, 10, 100, replay::Feed::asFastAsItGoes};
 /// Of all messages; older ones are let go.
-constexpr std::size_t mostUnits = 20000;
+constexpr std::size_t mostUnits = 5000;
 
 constexpr NSUInteger command = NSEventModifierFlagCommand;
 constexpr NSUInteger option = NSEventModifierFlagOption;
@@ -84,6 +84,7 @@ void Desk::open(replay::Session& session, replay::Feed& feed) {
                               NSUInteger{NSWindowStyleMaskTitled | NSWindowStyleMaskClosable |
                                          NSWindowStyleMaskMiniaturizable | NSWindowStyleMaskResizable});
     m_window->setTitle("Desk"_ns);
+    m_window->setDelegate(this);
     m_window->setMinSize(NSMakeSize(780, 520));
     const auto ground = make<Ground>(&Ground::initWithFrame, NSRect{NSZeroPoint, extent});
     m_window->setContentView(ground);
@@ -285,6 +286,10 @@ void Desk::userNotificationCenter_didReceiveNotificationResponse_withCompletionH
                                    isButton ? "button"_ns : "notification"_ns));
     m_window->makeKeyAndOrderFront(nullptr);
     done();
+}
+
+void Desk::windowWillClose(NSNotification*) {
+    NSApplication::sharedApplication()->terminate(nullptr);
 }
 
 bool Desk::clickedOnLink(NSTextView*, NSObject* link, NSUInteger) {

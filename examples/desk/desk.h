@@ -35,6 +35,9 @@ class Desk : public zr::NSObject, public zr::UNUserNotificationCenterDelegate {
 
     void userNotificationCenter_didReceiveNotificationResponse_withCompletionHandler(
         zr::UNUserNotificationCenter*, zr::UNNotificationResponse* response, std::function<void()> done) override;
+    /// The desk is all there is: closing it ends the application.
+    void windowWillClose(zr::NSNotification*);
+    ZR_METHOD(windowWillClose, "windowWillClose:")
     bool clickedOnLink(zr::NSTextView*, zr::NSObject* link, zr::NSUInteger);
     ZR_METHOD(clickedOnLink, "textView:clickedOnLink:atIndex:")
 

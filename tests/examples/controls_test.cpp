@@ -1,10 +1,10 @@
+#include "picture_size.h"
 #include "temporary_folder.h"
 
 #include <gtest/gtest.h>
 
-#include <array>
 #include <cstdlib>
-#include <fstream>
+#include <iterator>
 #include <string>
 
 #include <sys/wait.h>
@@ -26,27 +26,23 @@ class ControlsProgram : public test::TemporaryFolder {
     }
 };
 
-/// Width and height, from the header of a PNG file; zeros for another file.
-std::array<unsigned, 2> sizeOfPicture(const std::filesystem::path& file) {
-    std::ifstream stream(file, std::ios::binary);
-    std::array<unsigned char, 24> header{};
-    stream.read(reinterpret_cast<char*>(header.data()), header.size());
-    const std::string signature(header.begin(), header.begin() + 8);
-    if (!stream || signature != "\x89PNG\r\n\x1A\n") {
-        return {};
-    }
-    const auto number = [&header](std::size_t at) {
-        return header[at] << 24U | header[at + 1] << 16U | header[at + 2] << 8U | header[at + 3];
-    };
-    return {static_cast<unsigned>(number(16)), static_cast<unsigned>(number(20))};
-}
-
 TEST_F(ControlsProgram, writesItsOwnPicture) {
     const auto file = m_folder / "controls.png";
     EXPECT_EQ(run("--screenshot " + file.string()), 0);
-    const auto [width, height] = sizeOfPicture(file);
+    const auto [width, height] = test::sizeOfPicture(file);
     EXPECT_GT(width, 800u);
     EXPECT_GT(height, 400u);
+}
+
+TEST_F(ControlsProgram, writesADarkOneOfTheSameSize) {
+    const auto light = m_folder / "light.png";
+    const auto dark = m_folder / "dark.png";
+    ASSERT_EQ(run("--screenshot " + light.string()), 0);
+    ASSERT_EQ(run("--dark --screenshot " + dark.string()), 0);
+    EXPECT_EQ(sizeOfPicture(dark), sizeOfPicture(light));
+    EXPECT_NE(contentOf(dark), contentOf(light));
+    ASSERT_EQ(run("--screenshot " + light.string() + " --dark"), 0) << "in either order";
+    EXPECT_EQ(contentOf(dark), contentOf(light));
 }
 
 TEST_F(ControlsProgram, saysSoWhereItCannotWrite) {
@@ -56,6 +52,8 @@ TEST_F(ControlsProgram, saysSoWhereItCannotWrite) {
 TEST_F(ControlsProgram, refusesWhatItDoesNotKnow) {
     EXPECT_EQ(run("--screenshot"), 2);
     EXPECT_EQ(run("--picture a.png"), 2);
+    EXPECT_EQ(run("--dark --dark"), 2);
+    EXPECT_EQ(run("--screenshot a.png --screenshot b.png"), 2);
     EXPECT_EQ(run("surplus"), 2);
 }
 
