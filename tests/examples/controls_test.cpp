@@ -4,7 +4,6 @@
 #include <gtest/gtest.h>
 
 #include <cstdlib>
-#include <iterator>
 #include <string>
 
 #include <sys/wait.h>
@@ -39,10 +38,10 @@ TEST_F(ControlsProgram, writesADarkOneOfTheSameSize) {
     const auto dark = m_folder / "dark.png";
     ASSERT_EQ(run("--screenshot " + light.string()), 0);
     ASSERT_EQ(run("--dark --screenshot " + dark.string()), 0);
-    EXPECT_EQ(sizeOfPicture(dark), sizeOfPicture(light));
-    EXPECT_NE(contentOf(dark), contentOf(light));
+    EXPECT_EQ(test::sizeOfPicture(dark), test::sizeOfPicture(light));
+    EXPECT_NE(test::contentOf(dark), test::contentOf(light));
     ASSERT_EQ(run("--screenshot " + light.string() + " --dark"), 0) << "in either order";
-    EXPECT_EQ(contentOf(dark), contentOf(light));
+    EXPECT_EQ(test::contentOf(dark), test::contentOf(light));
 }
 
 TEST_F(ControlsProgram, saysSoWhereItCannotWrite) {

@@ -8,7 +8,6 @@
 #include <array>
 #include <cstdlib>
 #include <fstream>
-#include <sstream>
 #include <string>
 
 #include <sys/wait.h>
@@ -26,6 +25,8 @@ using testing::IsEmpty;
 using testing::Not;
 using testing::StartsWith;
 
+using test::contentOf;
+
 namespace fs = std::filesystem;
 
 struct Finished {
@@ -33,13 +34,6 @@ struct Finished {
     std::string output;
     std::string messages;
 };
-
-std::string contentOf(const fs::path& file) {
-    std::ifstream stream(file, std::ios::binary);
-    std::ostringstream content;
-    content << stream.rdbuf();
-    return content.str();
-}
 
 class DeskProgram : public test::TemporaryFolder {
   protected:

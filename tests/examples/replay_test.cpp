@@ -28,14 +28,9 @@ using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::StartsWith;
 
-namespace fs = std::filesystem;
+using test::contentOf;
 
-std::string contentOf(const fs::path& file) {
-    std::ifstream stream(file, std::ios::binary);
-    std::ostringstream content;
-    content << stream.rdbuf();
-    return content.str();
-}
+namespace fs = std::filesystem;
 
 struct Finished {
     int status = -1;

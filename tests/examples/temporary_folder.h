@@ -4,11 +4,20 @@
 
 #include <filesystem>
 #include <fstream>
+#include <sstream>
 #include <string>
 
 #include <unistd.h>
 
 namespace zr::test {
+
+/// Empty for a file that is not there.
+inline std::string contentOf(const std::filesystem::path& file) {
+    std::ifstream stream(file, std::ios::binary);
+    std::ostringstream content;
+    content << stream.rdbuf();
+    return content.str();
+}
 
 /// A folder of its own, with files to replay, that goes when the test ends.
 class TemporaryFolder : public testing::Test {
