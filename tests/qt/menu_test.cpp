@@ -218,7 +218,7 @@ TEST_F(MenusOnScreen, closeWhenWhatTheyBelongToGoesAway) {
         SCOPED_TRACE(way);
         content->addSubview(view);
         show();
-        EXPECT_FALSE(popUp({[&goAway = goAway](QMenu&) { goAway(); }}));
+        EXPECT_FALSE(popUp({[&act = goAway](QMenu&) { act(); }}));
         EXPECT_FALSE(QApplication::activePopupWidget());
     }
     EXPECT_EQ(taken(), "");
@@ -269,7 +269,7 @@ TEST_F(MenusOnScreen, chooseNoItemThatIsGoneOrDisabledMeanwhile) {
         for (const char* const title : {"Buy", "Sell"}) {
             add(title);
         }
-        EXPECT_FALSE(popUp({[&change = change](QMenu&) { change(); }, clicking("Sell")}));
+        EXPECT_FALSE(popUp({[&act = change](QMenu&) { act(); }, clicking("Sell")}));
         EXPECT_EQ(taken(), "");
     }
     menu->removeAllItems();
