@@ -6,11 +6,8 @@
 
 #include <algorithm>
 #include <array>
-#include <cstdlib>
 #include <fstream>
 #include <string>
-
-#include <sys/wait.h>
 
 // The desk as its user meets it. Without the toolkit it is not built, and there is nothing to run.
 #ifdef ZR_DESK_PROGRAM
@@ -25,33 +22,23 @@ using testing::IsEmpty;
 using testing::Not;
 using testing::StartsWith;
 
-using test::contentOf;
+using test::Finished;
 
 namespace fs = std::filesystem;
-
-struct Finished {
-    int status = -1;
-    std::string output;
-    std::string messages;
-};
 
 class DeskProgram : public test::TemporaryFolder {
   protected:
     /// Runs it without a screen and a message bus, and with settings of its own. `environment` is what is said before
     /// the program: "NAME=value".
     [[nodiscard]] Finished run(const std::string& arguments, const std::string& environment = "") const {
-        const fs::path output = m_folder / "output";
-        const fs::path messages = m_folder / "messages";
-        std::string command = "cd " + m_folder.string() + " && env";
+        std::string command = "env";
         for (const char* const name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM", "QT_SCALE_FACTOR",
                                        "QT_STYLE_OVERRIDE", "DBUS_SESSION_BUS_ADDRESS", "XDG_RUNTIME_DIR"}) {
             command += std::string(" -u ") + name;
         }
         command += " FONTCONFIG_FILE=" ZR_TEST_VECTORS_DIR "/../qt/fonts.conf XDG_CONFIG_HOME=" + m_folder.string() +
-                   "/settings " + environment + ' ' + ZR_DESK_PROGRAM + ' ' + arguments + " >" + output.string() +
-                   " 2>" + messages.string() + " </dev/null";
-        const int status = std::system(command.c_str());
-        return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, contentOf(output), contentOf(messages)};
+                   "/settings " + environment + ' ' + ZR_DESK_PROGRAM + ' ' + arguments;
+        return finished(command);
     }
 
     /// Plays these lines.

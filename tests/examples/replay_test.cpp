@@ -8,15 +8,11 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
 #include <string>
 #include <vector>
-
-#include <sys/wait.h>
-#include <unistd.h>
 
 // The program as its user meets it: command line, both outputs and exit status.
 
@@ -28,15 +24,9 @@ using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::StartsWith;
 
-using test::contentOf;
-
 namespace fs = std::filesystem;
 
-struct Finished {
-    int status = -1;
-    std::string output;
-    std::string messages;
-
+struct Finished : test::Finished {
     /// What the report, read as JSON, holds at the end of the given keys; -1 when there is no number.
     [[nodiscard]] long at(std::initializer_list<const char*> keys) const {
         id value = NSJSONSerialization::objectWithText(output, 0, nullptr);
@@ -61,14 +51,7 @@ class Replay : public test::TemporaryFolder {
 
     static std::string list(const std::string& entries) { return "{\"symbols\":[\n" + entries + "\n]}"; }
 
-    Finished run(const std::string& arguments) {
-        const fs::path output = m_folder / "output";
-        const fs::path messages = m_folder / "messages";
-        const std::string command = "cd " + m_folder.string() + " && " ZR_REPLAY_PROGRAM " " + arguments + " >" +
-                                    output.string() + " 2>" + messages.string() + " </dev/null";
-        const int status = std::system(command.c_str());
-        return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, contentOf(output), contentOf(messages)};
-    }
+    Finished run(const std::string& arguments) { return {finished(ZR_REPLAY_PROGRAM " " + arguments)}; }
 };
 
 TEST_F(Replay, recordedQuotesGiveTheNumbersOfAnIndependentCount) {

@@ -2,11 +2,13 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
 #include <string>
 
+#include <sys/wait.h>
 #include <unistd.h>
 
 namespace zr::test {
@@ -18,6 +20,14 @@ inline std::string contentOf(const std::filesystem::path& file) {
     content << stream.rdbuf();
     return content.str();
 }
+
+/// What a program has done.
+struct Finished {
+    /// -1 when it was killed.
+    int status = -1;
+    std::string output;
+    std::string messages;
+};
 
 /// A folder of its own, with files to replay, that goes when the test ends.
 class TemporaryFolder : public testing::Test {
@@ -32,6 +42,16 @@ class TemporaryFolder : public testing::Test {
     std::filesystem::path write(const std::string& name, const std::string& content) {
         std::ofstream(m_folder / name, std::ios::binary) << content;
         return m_folder / name;
+    }
+
+    /// Runs a command of the shell in the folder.
+    [[nodiscard]] Finished finished(const std::string& command) const {
+        const std::filesystem::path output = m_folder / "output";
+        const std::filesystem::path messages = m_folder / "messages";
+        const std::string line = "cd " + m_folder.string() + " && " + command + " >" + output.string() + " 2>" +
+                                 messages.string() + " </dev/null";
+        const int status = std::system(line.c_str());
+        return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, contentOf(output), contentOf(messages)};
     }
 
     std::filesystem::path m_folder;
