@@ -64,7 +64,7 @@ Section messages() {
         "<b>Margin call</b> on <i>ETHUSDT</i>: deposit by <font color=\"%@\">16:00</font>.<br>"
         "See the <a href=\"https://example.com/rules\">rules</a> and "
         "<a href=\"https://example.com/desk\">ask the desk</a>."_ns,
-        isDark() ? "#ff736b"_ns : "#cc2e29"_ns));
+        NSAppearance::currentDrawingAppearance()->isDark() ? "#ff736b"_ns : "#cc2e29"_ns));
     section.specimens.push_back({"message/html", "HTML", html, {}});
 
     const Ref<ZRXHTMLLabel> reduced = message(20);

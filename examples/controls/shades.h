@@ -7,12 +7,8 @@
 /// appearance that the gallery is made in.
 namespace controls {
 
-[[nodiscard]] inline bool isDark() {
-    return zr::NSAppearance::currentDrawingAppearance()->name()->isEqual(zr::NSAppearanceNameDarkAqua());
-}
-
 [[nodiscard]] inline zr::Ref<zr::NSColor> shade(const zr::Ref<zr::NSColor>& light, const zr::Ref<zr::NSColor>& dark) {
-    return isDark() ? dark : light;
+    return zr::NSAppearance::currentDrawingAppearance()->isDark() ? dark : light;
 }
 
 [[nodiscard]] inline zr::Ref<zr::NSColor> rgb(double red, double green, double blue) {

@@ -12,8 +12,7 @@ using namespace zr;
 namespace {
 
 Ref<NSColor> suiting(std::uint32_t light, std::uint32_t dark) {
-    const bool isDark = NSAppearance::currentDrawingAppearance()->name()->isEqual(NSAppearanceNameDarkAqua());
-    return ZRHexColor(isDark ? dark : light);
+    return ZRHexColor(NSAppearance::currentDrawingAppearance()->isDark() ? dark : light);
 }
 
 } // namespace

@@ -77,6 +77,8 @@ TEST_F(Appearance, isOneOfTwoByName) {
     EXPECT_EQ(dark, NSAppearance::appearanceNamed("NSAppearanceNameDarkAqua"_ns));
     EXPECT_TRUE(light->name()->isEqual(NSAppearanceNameAqua()));
     EXPECT_TRUE(dark->name()->isEqual(NSAppearanceNameDarkAqua()));
+    EXPECT_TRUE(dark->isDark());
+    EXPECT_FALSE(light->isDark());
     EXPECT_EQ(send<Ref<NSAppearance>>(NSAppearance::classObject(), "appearanceNamed:"_sel, dark->name().get()), dark);
 }
 

@@ -1,3 +1,5 @@
+#include "expecting.h"
+
 #include <zrbasic/platform/appkit/appearance.h>
 #include <zrbasic/platform/appkit/application.h>
 #include <zrbasic/platform/appkit/color.h>
@@ -8,20 +10,12 @@
 #include <QToolTip>
 
 #include <cmath>
-#include <cstdio>
 
 using namespace zr;
+using expecting::allGood;
+using expecting::expect;
 
 namespace {
-
-bool allGood = true;
-
-void expect(bool isGood, const char* what) {
-    if (!isGood) {
-        std::fprintf(stderr, "not so: %s\n", what);
-        allGood = false;
-    }
-}
 
 bool isShownAs(const QColor& color, NSColor* role) {
     return std::abs(color.redF() - role->redComponent()) < 0.01 &&

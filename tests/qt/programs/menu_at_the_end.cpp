@@ -1,3 +1,5 @@
+#include "expecting.h"
+
 #include <zrbasic/platform/appkit/menu.h>
 #include <zrbasic/platform/appkit/window.h>
 #include <zrbasic/platform/foundation/string.h>
@@ -11,17 +13,10 @@
 #include <memory>
 
 using namespace zr;
+using expecting::allGood;
+using expecting::expect;
 
 namespace {
-
-bool allGood = true;
-
-void expect(bool isGood, const char* what) {
-    if (!isGood) {
-        std::fprintf(stderr, "not so: %s\n", what);
-        allGood = false;
-    }
-}
 
 /// Ends the session while the menu is open.
 void endDuringMenu(NSView* view, std::unique_ptr<qt::Session>& session) {

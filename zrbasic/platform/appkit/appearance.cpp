@@ -20,6 +20,7 @@ ZR_DEFINE_CLASS(NSAppearance) {
     is.classMethod<&NSAppearance::appearanceNamed>("appearanceNamed:");
     is.classMethod<&NSAppearance::currentDrawingAppearance>("currentDrawingAppearance");
     is.method<&NSAppearance::name>("name");
+    is.method<&NSAppearance::isDark>("isDark");
 }
 
 NSAppearance::NSAppearance() = default;

@@ -23,6 +23,8 @@ class ZR_EXPORT NSAppearance : public NSObject {
 
     /// Never null: of an appearance that was made in any other way, the light one's.
     [[nodiscard]] Ref<NSString> name() const;
+    /// Whether it is the dark one.
+    [[nodiscard]] bool isDark() const { return m_isDark; }
 
   private:
     bool m_isDark = false;

@@ -6,7 +6,7 @@
 namespace zr {
 
 [[nodiscard]] inline bool isAppearanceDark() {
-    return NSAppearance::currentDrawingAppearance()->name()->isEqual(NSAppearanceNameDarkAqua());
+    return NSAppearance::currentDrawingAppearance()->isDark();
 }
 
 /// What is drawn in one colour in the light appearance and in another one in the dark.

@@ -20,10 +20,6 @@ constexpr const char* mark = "zrFollowsAppearance";
 
 bool isApplicationDressed = false;
 
-bool isDark() {
-    return NSAppearance::currentDrawingAppearance()->name()->isEqual(NSAppearanceNameDarkAqua());
-}
-
 QPalette made(bool isDark) {
     const QColor window = toQt(NSColor::windowBackgroundColor());
     const QColor button = toQt(NSColor::controlColor());
@@ -75,7 +71,7 @@ void dressApplication() {
 } // namespace
 
 const QPalette& paletteOfAppearance() {
-    if (isDark()) {
+    if (NSAppearance::currentDrawingAppearance()->isDark()) {
         static const QPalette dark = made(true);
         return dark;
     }
@@ -84,7 +80,7 @@ const QPalette& paletteOfAppearance() {
 }
 
 QColor plainTextColor() {
-    return isDark() ? toQt(NSColor::labelColor()) : QColor(Qt::black);
+    return NSAppearance::currentDrawingAppearance()->isDark() ? toQt(NSColor::labelColor()) : QColor(Qt::black);
 }
 
 QColor linkTextColor() {
